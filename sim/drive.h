@@ -1,0 +1,101 @@
+// The simulated drive: a line on one side, a motor with its load on the other, objects between.
+//
+// It has no clock and no thread. Time is handed in, in microseconds since the drive was made, and
+// never goes back (that is a programming error and ends the program). All chance is seeded, so the
+// same calls give the same bytes.
+//
+// A host that moves the bytes does, in a loop: receive() what has come in, advance() to
+// next_event() or to its own next point of time, take_output() and put the bytes on its line.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dictionary/keys.h"
+#include "dictionary/store.h"
+#include "sim/options.h"
+
+namespace servo::sim {
+
+// Bytes that the drive hands to its transmitter: the first may start on the line at `at`. The drive
+// leaves room for the frame before, so at the rate of Options::baud none waits for another.
+struct Transmission {
+    std::chrono::microseconds at{0};
+    std::vector<std::uint8_t> bytes;
+};
+
+// Counted since the drive was made; a restart does not clear them.
+struct Statistics {
+    std::uint64_t frames = 0;        // good frames for this drive
+    std::uint64_t bad_checksum = 0;  // ten bytes with a wrong sum
+    std::uint64_t foreign = 0;       // good frames for another ID
+    std::uint64_t broken = 0;        // incomplete frames ended by silence
+    std::uint64_t overruns = 0;      // good frames lost because the request queue was full
+    std::uint64_t answers = 0;       // answers made, before any fault of the line
+    std::uint64_t aborts = 0;        // of these, refusals
+    std::uint64_t dropped = 0;       // faults done to answers
+    std::uint64_t foreign_sent = 0;
+    std::uint64_t corrupted = 0;
+    std::uint64_t doubled = 0;
+};
+
+class Drive {
+  public:
+    // `store` must outlive the drive.
+    Drive(const dictionary::Store& store, Options options);
+    ~Drive();
+    Drive(Drive&&) noexcept;
+    Drive& operator=(Drive&&) noexcept;
+
+    // The last of `bytes` is complete on the line at `now`, the ones before it back to back.
+    void receive(std::span<const std::uint8_t> bytes, std::chrono::microseconds now);
+
+    // Runs model, timers and waiting requests up to and including `now`.
+    void advance(std::chrono::microseconds now);
+
+    // What has become ready to send since the last call, in the order of sending.
+    std::vector<Transmission> take_output();
+
+    // When advance() will have something to do beside turning the motor; nothing when the drive
+    // only waits for bytes.
+    std::optional<std::chrono::microseconds> next_event() const;
+
+    std::chrono::microseconds now() const;
+
+    // False from a restart command or power_cycle() until the drive listens again.
+    bool running() const;
+
+    // Objects, past the line. A value is the number of the object's own signed or unsigned type, as
+    // of now(); nothing for an unknown object or the wrong kind. Setting obeys neither flags nor
+    // limits and is what the firmware itself would do; it is cut to the object's width.
+    std::optional<std::int64_t> value(dictionary::Identity object);
+    bool set_value(dictionary::Identity object, std::int64_t value);
+    std::optional<std::string> text(dictionary::Identity object);
+    bool set_text(dictionary::Identity object, std::string_view text);
+
+    // Raises fault bits now, as their cause would. They are latched until a fault reset.
+    void provoke_fault(std::uint16_t word1, std::uint16_t word2 = 0);
+
+    // Torque of the machine against the motor, in Nm; stays until the next call.
+    void set_load_torque(double newton_metres);
+
+    // Supply off and on again: everything that was not stored is lost, the drive is silent while it
+    // starts. Requests and answers under way are lost.
+    void power_cycle();
+
+    // May be changed at any time.
+    LineFaults& faults();
+    const Statistics& statistics() const;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace servo::sim
