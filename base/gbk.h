@@ -2,6 +2,7 @@
 // calls stand at the file's edge.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,11 @@ std::string gbk_to_utf8(std::string_view bytes);
 
 // Characters that GBK does not hold become '?'; malformed UTF-8 likewise.
 std::string utf8_to_gbk(std::string_view text);
+
+// Position of an ASCII character in code-page bytes, npos when it is not there. Half of the
+// letters, the bracket, the backslash and "|" also occur as the second byte of a Chinese character;
+// such a byte is not found.
+std::size_t gbk_find(std::string_view bytes, char character);
 
 // Number of characters of a UTF-8 text, and its first `count` characters.
 std::size_t utf8_length(std::string_view text);
