@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,14 +58,6 @@ std::vector<std::string> value_items(const Row& row, base::Language language);
 
 // The units that a formula list offers, each once, in the order of its lines.
 std::vector<std::string> unit_items(std::string_view formula_list);
-
-// The number that an item stands for: what is before its first colon, hexadecimal when the unit is
-// HEX.
-double item_value(std::string_view item, std::string_view unit);
-
-// A number as the value of a write: halves to the even neighbour; nothing outside the signed 32-bit
-// range.
-std::optional<std::int32_t> write_value(double value);
 
 // Whether an editor goes when it loses the focus. `just_clicked` is what the last click in the grid
 // opened: a click that opens an editor moves the focus itself, and that must not close it again.

@@ -108,6 +108,9 @@ class PageGrid {
     // A character typed into the text editor that holds `text`. What comes back goes into the box:
     // the key, or kKeySwallowed. Enter commits `text`, Esc leaves.
     char32_t editor_key(char32_t key, std::string_view text);
+    // A character typed while the drop-down is open. A list of values takes what the text editor
+    // would take, to find an item by; Enter there writes nothing. A list of units closes.
+    char32_t list_key(char32_t key, std::string_view text);
     // The item at that position of the open drop-down was chosen.
     void choose(int position);
     void editor_lost_focus(Editor editor);
@@ -118,6 +121,7 @@ class PageGrid {
     static PopupEntries popup_entries(int row) { return {true, row > 0, row > 0}; }
 
   private:
+    Editor open_editor(bool left_button, bool above_bottom);
     void commit(std::string_view text);
     void notify_cell(int row, int column);
     void renumber();
