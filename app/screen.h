@@ -2,8 +2,6 @@
 // it; servoctl and plain tests do without (Workstation::screen stays null).
 #pragma once
 
-#include <string_view>
-
 #include "link/window.h"
 
 namespace servo::app {
@@ -20,17 +18,13 @@ class Screen {
     virtual void apply_variant() = 0;    // title, hidden menu items, wording
     virtual void init_od_grid() = 0;     // the dictionary browser's headers and widths
 
-    // Brings a window to the top, shown modelessly. set_visible() has been called.
+    // Brings a window to the top, shown modelessly. Its visible() is true already.
     virtual void show_window(link::Window& window) = 0;
-    // Hides it. set_visible() has been called.
+    // Hides it. Its visible() is false already.
     virtual void hide_window(link::Window& window) = 0;
 
     // Every text on screen in the language of the workstation; called after each language click.
     virtual void apply_language() = 0;
-
-    // Toolbar buttons 4 and 5, by the name of the picture ("CommOKpic", "errorred").
-    virtual void show_link_picture(std::string_view picture) = 0;
-    virtual void show_fault_picture(std::string_view picture) = 0;
 
     // Every window unloaded, the main window last; the program ends at once.
     virtual void unload_all() = 0;

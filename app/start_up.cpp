@@ -1,0 +1,155 @@
+// The life of the workstation: start-up in its order, language, opening and closing, the end.
+#include <string>
+
+#include "app/workstation.h"
+#include "base/profile_file.h"
+#include "params/page_loader.h"
+
+namespace servo::app {
+
+namespace {
+
+using base::Language;
+
+constexpr std::string_view kDictionaryMissingTitle = "Notice";
+constexpr std::string_view kDictionaryMissingText = "File Missing,Program is about to quit";
+
+// A page without its file stays empty and start-up goes on.
+void load_pages(Workstation& workstation) {
+    for (const std::size_t position : params::pages_in_load_order()) {
+        params::Page& page = *workstation.pages.at(position);
+        if (!page.load(workstation.folder))
+            workstation.notice.show(base::kNoticeTitle.in(workstation.language),
+                                    params::missing_file_text(page.definition().file));
+    }
+}
+
+void load_modbus(Workstation& workstation) {
+    workstation.modbus_list = load_modbus_list(workstation.folder);
+    if (!workstation.modbus_list.present)
+        workstation.notice.show(kModbusMissingTitle, kModbusMissingText);
+}
+
+void set_language(Workstation& workstation, Language language) {
+    workstation.language = language;
+    workstation.font_name = base::font_name(language);
+}
+
+// Every run starts in English, whatever the file says: the stored value only records the last
+// choice. Machines on the line are shared, and their papers are in English.
+void read_language(Workstation& workstation) {
+    const std::string stored =
+        base::get_profile_string(workstation.sys_ini(), "sys", "lang", "", 16);
+    set_language(workstation, stored == "0" ? Language::kChinese : Language::kEnglish);
+    set_language(workstation, Language::kEnglish);
+}
+
+void build_window_lists(Workstation& workstation) {
+    link::Engine& engine = workstation.engine;
+    const auto add = [&engine](link::Window& window) {
+        engine.add_window(window);
+        if (auto* polled = dynamic_cast<link::PollWindow*>(&window))
+            engine.add_poll_window(*polled);
+    };
+    for (const auto& page : workstation.pages)
+        add(*page);
+    for (const auto& window : workstation.other_windows)
+        add(*window);
+}
+
+void Init_Communication(link::Engine& engine) {
+    engine.state.Form_Now = 0;
+    engine.state.Form_Last = 0;
+    engine.state.sub_Pointer = 0;
+    engine.pictures.set_button4(link::kCommpic);
+}
+
+void make_timer(link::Timer& timer) {
+    timer.set_interval(link::kTickMilliseconds);
+    timer.set_enabled(false);
+}
+
+// Everything that start-up starts from, so that a second load begins like the first.
+void clear_shared_state(Workstation& workstation) {
+    workstation.engine.state = {};
+    workstation.values = {};
+    workstation.modbus_list = {};
+    workstation.popup_window = nullptr;
+    workstation.popup_grid = nullptr;
+    workstation.popup_row = 0;
+}
+
+void end_without_dictionary(Workstation& workstation) {
+    // In English whatever the language is: nothing is known of this user yet.
+    workstation.notice.show(kDictionaryMissingTitle, kDictionaryMissingText);
+    quit(workstation);
+}
+
+}  // namespace
+
+bool MDIForm_Load(Workstation& workstation) {
+    clear_shared_state(workstation);
+    // The rows of the pages need names, so the dictionary is read ahead of them. That it is missing
+    // is still told in its turn, behind what the page files and modbus.txt have to say.
+    const bool dictionary_found = workstation.dictionary.open_dat(workstation.folder);
+    load_pages(workstation);
+    load_modbus(workstation);
+    read_language(workstation);
+    workstation.communication.load(workstation.language);
+    build_window_lists(workstation);
+    Init_Communication(workstation.engine);
+    make_timer(workstation.cTmr);
+    workstation.Tavro_Nevra_Other_mode = dictionary::Store::variant_of(workstation.folder);
+    if (workstation.screen != nullptr) workstation.screen->show_background();
+    if (!dictionary_found) {
+        end_without_dictionary(workstation);
+        return false;
+    }
+    if (workstation.screen != nullptr) {
+        workstation.screen->apply_variant();
+        workstation.screen->init_od_grid();
+    }
+    return true;
+}
+
+void MDIForm_Activate(Workstation& workstation) {
+    if (link::Window* scope = workstation.find_window("Scope");
+        scope != nullptr && scope->visible())
+        close_window(workstation, *scope);
+    language_click(workstation, workstation.language);
+}
+
+void language_click(Workstation& workstation, Language language) {
+    set_language(workstation, language);
+    // A folder that can't be written to only costs the record of the choice.
+    base::write_profile_string(workstation.sys_ini(), "sys", "lang",
+                               language == Language::kChinese ? "0" : "1");
+    for (const auto& page : workstation.pages)
+        page->grid().apply_language();
+    workstation.communication.apply_language(language);
+    if (workstation.screen != nullptr) workstation.screen->apply_language();
+}
+
+void open_page(Workstation& workstation, link::Window& window) {
+    window.set_visible(true);
+    if (workstation.screen != nullptr) workstation.screen->show_window(window);
+    workstation.engine.page_opened();
+}
+
+void close_window(Workstation& workstation, link::Window& window) {
+    window.set_visible(false);
+    if (workstation.screen != nullptr) workstation.screen->hide_window(window);
+}
+
+void deling_click(Workstation& workstation) {
+    if (workstation.popup_grid != nullptr)
+        workstation.popup_grid->delete_row(workstation.popup_row);
+}
+
+void quit(Workstation& workstation) {
+    workstation.cTmr.set_enabled(false);
+    workstation.engine.port().close();
+    if (workstation.screen != nullptr) workstation.screen->unload_all();
+}
+
+}  // namespace servo::app
