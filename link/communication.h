@@ -102,7 +102,8 @@ class Communication final : public LinkControl {
     void enumerate();
     void probe();
     void select_saved_port();
-    bool open_link();
+    void save_port() const;
+    void open_link();
     void close_link();
     void set_controls_enabled(bool enabled);
     void take_id();

@@ -29,10 +29,10 @@ struct FormulaOperands {
 struct DriveValues {
     FormulaOperands operands;
     bool firmware_check_known = false;
-    std::string firmware_check_text;    // hexadecimal, shown by `Download`; empty when not known
+    std::string firmware_check_text;  // hexadecimal, shown by `Download`; empty when not known
     std::uint16_t fault_word1 = 0;
     std::uint16_t fault_word2 = 0;
-    std::string fault_text1 = "0000";   // as `Errors` shows them
+    std::string fault_text1 = "0000";  // as `Errors` shows them
     std::string fault_text2 = "0000";
 
     // Every flag; values stay.

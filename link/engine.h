@@ -4,6 +4,7 @@
 // rows of the visible pages.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -123,6 +124,7 @@ class Engine {
 
     Port& port() { return port_; }
     Timer& timer() { return timer_; }
+    const Timer& timer() const { return timer_; }
     base::Clock& clock() { return clock_; }
     DriveValues& values() { return values_; }
     const DriveValues& values() const { return values_; }
@@ -151,7 +153,7 @@ class Engine {
     bool find_visible_page();
     void send_custom_row(PollWindow& window);
     void send_grid_row(PollWindow& window);
-    void begin_string(PollWindow& window);
+    void begin_string(PollWindow& window, Identity object);
     void end_of_pass();
 
     enum class Next : std::uint8_t { kEndTick, kDrain, kTakeAnother };
@@ -160,7 +162,7 @@ class Engine {
     void take_lane0_answer(std::size_t position);
     void take_fault_word(int word, std::uint16_t value);
     void take_page_answer();
-    bool take_segment();
+    void take_segment();
     void take_grid_answer(PollWindow& window);
     void take_string_answer(PollWindow& window, int row);
     void take_custom_answer(PollWindow& window);
@@ -185,6 +187,7 @@ class Engine {
     // The row whose string is being read.
     PollWindow* string_window_ = nullptr;
     int string_row_ = 0;
+    Identity string_object_ = 0;
 };
 
 }  // namespace servo::link

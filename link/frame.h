@@ -13,8 +13,9 @@ namespace servo::link {
 using dictionary::Identity;
 using dictionary::WireKey;
 
-using Payload = std::array<std::uint8_t, 8>;  // command, index low, index high, sub, four data bytes
-using Frame = std::array<std::uint8_t, 10>;   // communication ID, payload, checksum
+using Payload =
+    std::array<std::uint8_t, 8>;             // command, index low, index high, sub, four data bytes
+using Frame = std::array<std::uint8_t, 10>;  // communication ID, payload, checksum
 
 inline constexpr std::size_t kFrameSize = 10;
 
@@ -38,7 +39,8 @@ std::uint8_t checksum(std::span<const std::uint8_t> bytes);
 Frame make_frame(std::uint8_t comm_id, const Payload& payload);
 
 // The payload of a request. `str_read_step` (0, 1, 2) chooses the command of a string read. A write
-// of a size other than 1, 2, 4 has the command byte 0. All four value bytes travel whatever the size.
+// of a size other than 1, 2, 4 has the command byte 0. All four value bytes travel whatever the
+// size.
 Payload make_payload(WireKey key, std::int32_t value, bool read, std::uint8_t str_read_step);
 
 // The 24-bit identity of a reply, and its value by the size code of the decoder (1, 11, 2, 12, 4,

@@ -1,5 +1,5 @@
-// What the engine needs of a job that takes the line from the poller. Jobs are registered at start-up
-// in their order of priority and keep their own selectors and steps.
+// What the engine needs of a job that takes the line from the poller. Jobs are registered at
+// start-up in their order of priority and keep their own selectors and steps.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,8 @@ class Job {
 
     virtual bool active() const = 0;
 
-    // Called on every tick while active, before anything else. True: this tick was spent warming up.
+    // Called on every tick while active, before anything else. True: this tick was spent warming
+    // up.
     virtual bool warm_up(Engine&) { return false; }
 
     virtual void send_step(Engine&) = 0;

@@ -1,5 +1,5 @@
-// The serial facility that the link needs: a raw 8N1 port with a readable count of waiting bytes and
-// a way to discard both queues. Nothing here blocks.
+// The serial facility that the link needs: a raw 8N1 port with a readable count of waiting bytes
+// and a way to discard both queues. Nothing here blocks.
 #pragma once
 
 #include <cstddef>

@@ -50,7 +50,8 @@ class PollWindow : public Window {
     // Grid page. Row 0 is the header, so a page of ten rows has rows() == 10 and objects in 1 to 9.
     virtual int rows() const { return 0; }
     virtual PollRow row(int) const { return {}; }
-    // The answer to a row, as a number by the size code of the decoder: the page shows it in its unit.
+    // The answer to a row, as a number by the size code of the decoder: the page shows it in its
+    // unit.
     virtual void set_value(int /*row*/, double /*value*/, int /*size_code*/) {}
     // Text as it stands: "?????", or the characters of a string so far (code-page bytes).
     virtual void set_text(int /*row*/, std::string_view /*text*/) {}
