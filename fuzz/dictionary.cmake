@@ -1,0 +1,1 @@
+servo_fuzz(dictionary_file SOURCES dictionary_file.cpp LINKS servo_dictionary)
