@@ -126,7 +126,7 @@ std::optional<std::string> value_to_text(double value, std::string_view unit, st
     if (expression.find(kUnseenGuard) != std::string_view::npos && !operands.o30400710.seen) {
         return std::string(kUnknownText);
     }
-    const auto result = eval_expression(pasted(expression, base::number_text(value), operands));
+    const auto result = eval_with_value(expression, value, operands);
     if (!result) return std::nullopt;
     return base::format_fixed(*result, 2);
 }
@@ -146,7 +146,12 @@ std::optional<double> value_to_unit(double value, std::string_view unit, std::st
     if (is_decimal_unit(unit) || unit == "HEX") return std::round(value) + 0.0;
     const auto expression = unit_expression(unit, list);
     if (!expression) return 0.0;
-    return eval_expression(pasted(*expression, base::number_text(value), operands));
+    return eval_with_value(*expression, value, operands);
+}
+
+std::optional<double> eval_with_value(std::string_view expression, double value,
+                                      const link::FormulaOperands& operands) {
+    return eval_expression(pasted(expression, base::number_text(value), operands));
 }
 
 std::optional<double> text_to_value(std::string_view typed, std::string_view unit,

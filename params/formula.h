@@ -68,6 +68,10 @@ double ascii_value(std::string_view bytes);
 // when no line gives the unit.
 std::optional<std::string_view> unit_expression(std::string_view unit, std::string_view list);
 
+// The number of an expression with `value` for every capital N and the operands for their references.
+std::optional<double> eval_with_value(std::string_view expression, double value,
+                                      const link::FormulaOperands& operands);
+
 // Replaces the five references by their cached numbers, in the order in which they are told.
 void paste_operands(std::string& expression, const link::FormulaOperands& operands);
 
