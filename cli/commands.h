@@ -1,0 +1,46 @@
+// The commands. Each prints its results and gives the status of the program.
+#pragma once
+
+#include "cli/exit_status.h"
+#include "cli/link_session.h"
+#include "cli/options.h"
+#include "cli/output.h"
+#include "cli/target.h"
+#include "dictionary/store.h"
+#include "link/port.h"
+
+namespace servo::cli {
+
+// COM text, device, description.
+ExitStatus run_ports(const Options& options, const std::vector<link::PortDirectory::Entry>& ports,
+                     const Output& output);
+
+// Key, type, attribute, name. kNo when nothing matches.
+ExitStatus run_dict_find(const Options& options, const dictionary::Store& dictionary,
+                         const Output& output);
+ExitStatus run_dict_show(const Options& options, const dictionary::Store& dictionary,
+                         const Output& output);
+
+// Key, raw, text, unit.
+ExitStatus run_read(const Options& options, const std::vector<Target>& targets,
+                    LinkSession& session, const Output& output);
+
+// A write that a page's editor would not let through; found before the link is opened.
+struct WriteRefusal {
+    ExitStatus status = ExitStatus::kWrongUse;
+    std::string text;
+};
+std::optional<WriteRefusal> check_write(const Options& options, const Target& target);
+ExitStatus run_write(const Options& options, const Target& target, LinkSession& session,
+                     const Output& output);
+// What `write` prints when it is refused before or by the drive.
+void print_refusal(const Options& options, std::string_view text, const Output& output);
+
+// Time in seconds since the first round, key, raw, text, unit.
+ExitStatus run_watch(const Options& options, const std::vector<Target>& targets,
+                     LinkSession& session, const Output& output);
+
+// Word (1 or 2), bit mask, text: one row for each fault.
+ExitStatus run_faults(const Options& options, LinkSession& session, const Output& output);
+
+}  // namespace servo::cli

@@ -1,0 +1,202 @@
+#include "cli/options.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace servo::cli {
+namespace {
+
+constexpr double kMaxTimeout = 3600.0;  // seconds
+
+// What CLI11 fills before it becomes Options.
+struct Raw {
+    Options options;
+    std::vector<std::string> keys;
+    std::string key;  // of the commands that take just one
+    std::string data;
+    std::string language = "en";
+    double timeout = 5.0;
+    int id = 127;
+    std::int64_t every = 1000;
+};
+
+std::string check_key(std::string& text) {
+    if (parse_key(text)) return {};
+    return "KEY is six hexadecimal digits (index and sub-index, such as 606300), not '" + text +
+           "'";
+}
+
+std::string check_baud(std::string& text) {
+    static const std::vector<std::string> kRates{"4800",  "9600",  "14400", "19200",
+                                                 "38400", "56000", "57600", "115200"};
+    if (std::find(kRates.begin(), kRates.end(), text) != kRates.end()) return {};
+    return "no such rate: " + text + "; the rates are " + fmt::format("{}", fmt::join(kRates, ", "));
+}
+
+void add_global_options(CLI::App& app, Raw& raw) {
+    auto* port = app.add_option("--port", raw.options.port,
+                                "Serial device of the drive; without it, the one used last")
+                     ->type_name("DEVICE");
+    app.add_flag("--sim", raw.options.sim, "Work on a simulated drive, started for this command")
+        ->excludes(port);
+    app.add_option("--baud", raw.options.baud, "Line rate")
+        ->capture_default_str()
+        ->type_name("N")
+        ->check(CLI::Validator(check_baud, ""));
+    app.add_option("--id", raw.id, "Communication ID of the drive, 0 to 255")
+        ->capture_default_str()
+        ->type_name("N")
+        ->check(CLI::Range(0, 255).description(""));
+    app.add_option("--data", raw.data,
+                   "Folder of the dictionary and sys/; without it, the one of the program")
+        ->type_name("DIR");
+    app.add_option("--lang", raw.language, "Language of names and messages: zh or en")
+        ->capture_default_str()
+        ->type_name("LANG")
+        ->check(CLI::IsMember({"zh", "en"}).description(""));
+    app.add_flag("--json", raw.options.json, "Print one JSON value in place of the table");
+    app.add_option("--timeout", raw.timeout, "How long to wait for each answer of the drive")
+        ->capture_default_str()
+        ->type_name("S")
+        ->check(CLI::Range(0.001, kMaxTimeout).description(""));
+}
+
+void describe_key(CLI::Option& option) {
+    option.required()->type_name("")->check(CLI::Validator(check_key, ""));
+}
+
+void add_key(CLI::App& command, Raw& raw) {
+    describe_key(*command.add_option("KEY", raw.key, "Six hexadecimal digits"));
+}
+
+void add_keys(CLI::App& command, Raw& raw) {
+    describe_key(*command.add_option("KEY", raw.keys, "Six hexadecimal digits each"));
+}
+
+void add_unit(CLI::App& command, Raw& raw) {
+    command
+        .add_option("--unit", raw.options.unit,
+                    "Unit of the value; without it, the first unit of the object")
+        ->type_name("U");
+}
+
+CLI::App* add_command(CLI::App& app, Raw& raw, CommandName name, const std::string& word,
+                      const std::string& help) {
+    CLI::App* command = app.add_subcommand(word, help);
+    command->fallthrough();
+    command->callback([&raw, name] { raw.options.command = name; });
+    return command;
+}
+
+void add_dict(CLI::App& app, Raw& raw) {
+    CLI::App* dict = app.add_subcommand("dict", "Look into the dictionary");
+    dict->fallthrough();
+    dict->require_subcommand(1);
+    add_command(*dict, raw, CommandName::kDictFind, "find",
+                "Objects by a part of their key or name, in both languages")
+        ->add_option("TEXT", raw.options.text, "Part of a key or name")
+        ->required()
+        ->type_name("");
+    add_key(*add_command(*dict, raw, CommandName::kDictShow, "show", "One record, every field"),
+            raw);
+}
+
+void add_commands(CLI::App& app, Raw& raw) {
+    add_command(app, raw, CommandName::kPorts, "ports", "List the serial ports");
+    add_dict(app, raw);
+
+    CLI::App* read = add_command(app, raw, CommandName::kRead, "read", "Read objects");
+    add_keys(*read, raw);
+    add_unit(*read, raw);
+
+    CLI::App* write = add_command(app, raw, CommandName::kWrite, "write",
+                                  "Write an object as a page's editor would");
+    add_key(*write, raw);
+    write->add_option("TEXT", raw.options.text, "The value, as typed into a page")
+        ->required()
+        ->type_name("");
+    add_unit(*write, raw);
+
+    CLI::App* watch =
+        add_command(app, raw, CommandName::kWatch, "watch", "Read objects again and again");
+    add_keys(*watch, raw);
+    add_unit(*watch, raw);
+    watch->add_option("--count", raw.options.count, "Rounds; without it, until Ctrl-C")
+        ->type_name("N")
+        ->check(CLI::PositiveNumber.description(""));
+    watch->add_option("--every", raw.every, "Milliseconds from round to round")
+        ->capture_default_str()
+        ->type_name("MS")
+        ->check(CLI::NonNegativeNumber.description(""));
+
+    add_command(app, raw, CommandName::kFaults, "faults", "Show the faults of the drive");
+    add_command(app, raw, CommandName::kFormula, "formula",
+                "Evaluate formula requests from standard input");
+}
+
+Options finish(Raw& raw) {
+    Options options = std::move(raw.options);
+    if (!raw.key.empty()) raw.keys.push_back(raw.key);
+    for (const std::string& key : raw.keys)
+        options.keys.push_back(parse_key(key).value_or(0));
+    options.id = static_cast<std::uint8_t>(raw.id);
+    options.data = raw.data;
+    options.language = raw.language == "zh" ? base::Language::kChinese : base::Language::kEnglish;
+    options.timeout = std::chrono::milliseconds(std::llround(raw.timeout * 1000.0));
+    options.every = std::chrono::milliseconds(raw.every);
+    return options;
+}
+
+}  // namespace
+
+ParsedLine parse_command_line(std::vector<std::string> arguments) {
+    Raw raw;
+    CLI::App app{"Commands for one servo drive, for scripts and production lines.", "servoctl"};
+    app.set_version_flag("--version", "servoctl " SERVO_VERSION);
+    app.require_subcommand(1);
+    add_global_options(app, raw);
+    add_commands(app, raw);
+    std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them
+    ParsedLine parsed;
+    try {
+        app.parse(std::move(arguments));
+        parsed.options = finish(raw);
+    } catch (const CLI::CallForVersion& call) {
+        parsed.end.out = std::string(call.what()) + "\n";
+    } catch (const CLI::CallForHelp&) {
+        const CLI::App* shown = &app;
+        while (!shown->get_subcommands().empty())
+            shown = shown->get_subcommands().front();
+        parsed.end.out = shown->help();
+    } catch (const CLI::CallForAllHelp&) {
+        parsed.end.out = app.help("", CLI::AppFormatMode::All);
+    } catch (const CLI::ParseError& error) {
+        const std::vector<std::string> unknown = app.remaining(true);
+        const std::string what =
+            unknown.empty() ? error.what() : "unknown word: " + unknown.front();
+        parsed.end.status = ExitStatus::kWrongUse;
+        parsed.end.err = fmt::format("servoctl: {}\nservoctl --help tells the use.\n", what);
+    }
+    return parsed;
+}
+
+std::optional<dictionary::Identity> parse_key(std::string_view text) {
+    dictionary::Identity key = 0;
+    const char* const end = text.data() + text.size();
+    const bool digits = std::all_of(text.begin(), text.end(), [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+    });
+    if (text.size() != 6 || !digits) return std::nullopt;
+    std::from_chars(text.data(), end, key, 16);
+    return key;
+}
+
+std::string key_text(dictionary::Identity key) {
+    return fmt::format("{:06X}", key);
+}
+
+}  // namespace servo::cli

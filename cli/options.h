@@ -1,0 +1,67 @@
+// The command line of servoctl.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/language.h"
+#include "cli/exit_status.h"
+#include "dictionary/keys.h"
+
+namespace servo::cli {
+
+enum class CommandName : std::uint8_t {
+    kPorts,
+    kDictFind,
+    kDictShow,
+    kRead,
+    kWrite,
+    kWatch,
+    kFaults,
+    kFormula,
+};
+
+struct Options {
+    std::string port;  // device path, or the text of the port list; empty: the port used last
+    bool sim = false;
+    int baud = 38400;
+    std::uint8_t id = 127;       // communication ID
+    std::filesystem::path data;  // empty: the folder of the program
+    base::Language language = base::Language::kEnglish;
+    bool json = false;
+    std::chrono::milliseconds timeout{5000};  // for each answer of the drive
+
+    CommandName command = CommandName::kPorts;
+    std::vector<dictionary::Identity> keys;  // read, write, watch, dict show
+    std::string text;                        // dict find, write
+    std::string unit;                        // empty: the first unit of each object
+    std::int64_t count = 0;                  // watch: rounds, 0 without end
+    std::chrono::milliseconds every{1000};   // watch: from the start of a round to the next
+};
+
+// The program ends here: help that was asked for, or wrong use.
+struct EarlyEnd {
+    ExitStatus status = ExitStatus::kDone;
+    std::string out;
+    std::string err;
+};
+
+struct ParsedLine {
+    std::optional<Options> options;
+    EarlyEnd end;  // when there are no options
+};
+
+// `arguments` without the program's name.
+ParsedLine parse_command_line(std::vector<std::string> arguments);
+
+// Six hexadecimal digits.
+std::optional<dictionary::Identity> parse_key(std::string_view text);
+// Six upper-case hexadecimal digits.
+std::string key_text(dictionary::Identity key);
+
+}  // namespace servo::cli

@@ -1,0 +1,72 @@
+#include "cli/run.h"
+
+#include "cli/commands.h"
+
+namespace servo::cli {
+namespace {
+
+ExitStatus no_dictionary(const Options& options, const Output& output) {
+    output.message("servoctl: no dictionary (Servo.dat or qorlan.dat) in " +
+                   options.data.string());
+    return ExitStatus::kFile;
+}
+
+ExitStatus run_on_link(const Options& options, const std::vector<Target>& targets,
+                       Environment& environment, const Output& output) {
+    const OpenedLink link = environment.open_link(options);
+    if (link.session == nullptr) {
+        output.message("servoctl: " + link.error);
+        return link.status;
+    }
+    switch (options.command) {
+        case CommandName::kRead:
+            return run_read(options, targets, *link.session, output);
+        case CommandName::kWrite:
+            return run_write(options, targets.front(), *link.session, output);
+        case CommandName::kWatch:
+            return run_watch(options, targets, *link.session, output);
+        case CommandName::kFaults:
+            return run_faults(options, *link.session, output);
+        case CommandName::kPorts:
+        case CommandName::kDictFind:
+        case CommandName::kDictShow:
+        case CommandName::kFormula:
+            break;
+    }
+    return ExitStatus::kWrongUse;
+}
+
+// Everything that can be refused by the dictionary alone is refused before a line is touched.
+ExitStatus run_on_objects(const Options& options, const dictionary::Store& dictionary,
+                          Environment& environment, const Output& output) {
+    const std::optional<std::vector<Target>> targets = find_targets(options, dictionary, output);
+    if (!targets) return ExitStatus::kWrongUse;
+    if (options.command == CommandName::kWrite) {
+        if (const std::optional<WriteRefusal> refusal = check_write(options, targets->front())) {
+            if (refusal->status == ExitStatus::kWrongUse)
+                output.message("servoctl: " + refusal->text);
+            else
+                print_refusal(options, refusal->text, output);
+            return refusal->status;
+        }
+    }
+    return run_on_link(options, *targets, environment, output);
+}
+
+}  // namespace
+
+ExitStatus run_command(const Options& options, Environment& environment, const Output& output) {
+    if (options.command == CommandName::kPorts)
+        return run_ports(options, environment.ports(options), output);
+    if (options.command == CommandName::kFaults)
+        return run_on_link(options, {}, environment, output);
+    dictionary::Store dictionary;
+    if (!dictionary.open_dat(options.data)) return no_dictionary(options, output);
+    if (options.command == CommandName::kDictFind)
+        return run_dict_find(options, dictionary, output);
+    if (options.command == CommandName::kDictShow)
+        return run_dict_show(options, dictionary, output);
+    return run_on_objects(options, dictionary, environment, output);
+}
+
+}  // namespace servo::cli
