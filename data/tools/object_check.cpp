@@ -139,7 +139,7 @@ std::optional<std::string> text_problem(std::string_view name, std::string_view 
     if (!is_code_page_text(text)) return fmt::format("{} holds a character that GBK has not", name);
     const std::size_t bytes = base::utf8_to_gbk(text).size();
     if (bytes < 2) return fmt::format("{} is empty or too short", name);
-    if (bytes > width) return fmt::format("{} has {} bytes, not at most {}", name, bytes, width);
+    if (bytes > width) return fmt::format("{} has {} bytes, at most {}", name, bytes, width);
     if (text.find('{') != std::string_view::npos) {
         return fmt::format("{} holds a placeholder that is not known", name);
     }
