@@ -66,6 +66,8 @@ class PageGrid {
 
     void set_observer(GridObserver* observer) { observer_ = observer; }  // not owned; may be null
 
+    base::Language language() const { return services_.language; }
+
     // --- Rows
     int rows() const { return static_cast<int>(rows_.size()) + 1; }
     const Row& row(int row) const { return rows_.at(static_cast<std::size_t>(row - 1)); }

@@ -1,0 +1,37 @@
+// How the cells and the header of a grid look.
+#pragma once
+
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+
+namespace servo::params {
+
+inline constexpr int kCellPadding = 8;  // left and right of a cell's text, pixels at 100 %
+
+// Height of a row for a font: room for the editors, and for Chinese.
+int grid_row_height(const QFontMetrics& metrics);
+
+class GridDelegate final : public QStyledItemDelegate {
+    Q_OBJECT
+
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+};
+
+class GridHeader final : public QHeaderView {
+    Q_OBJECT
+
+  public:
+    explicit GridHeader(QWidget* parent);
+
+    QSize sizeHint() const override;
+
+  protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace servo::params

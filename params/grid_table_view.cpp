@@ -1,0 +1,219 @@
+#include "params/grid_table_view.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "params/grid_model.h"
+#include "params/grid_paint_view.h"
+#include "params/ui_palette.h"
+
+namespace servo::params {
+
+namespace {
+
+constexpr base::Text kNoRows{"此页没有对象", "This page has no objects"};
+
+}  // namespace
+
+GridTable::GridTable(PageGrid& grid, QWidget* parent) : QTableView(parent), grid_(grid) {
+    setItemDelegate(new GridDelegate(this));
+    setHorizontalHeader(new GridHeader(this));
+    horizontalHeader()->viewport()->installEventFilter(this);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    setShowGrid(false);
+    setFrameShape(QFrame::NoFrame);
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);  // Tab leaves the grid
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the widths are parts of the whole
+    setFocusPolicy(Qt::StrongFocus);
+    fit_rows_to_font();
+    watch_scroll_bar();
+}
+
+void GridTable::watch_scroll_bar() {
+    // An action comes before each change that the user makes; the view's own changes have none.
+    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this,
+            [this] { user_scrolls_ = true; });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        if (std::exchange(user_scrolls_, false)) Q_EMIT scrolled_by_user(rowAt(0) + 1);
+    });
+}
+
+void GridTable::fit_rows_to_font() {
+    const int height = grid_row_height(fontMetrics());
+    verticalHeader()->setMinimumSectionSize(height);
+    verticalHeader()->setDefaultSectionSize(height);
+}
+
+void GridTable::setup_grid() {
+    for (int column = 0; column < kColumns; ++column) {
+        setColumnHidden(column, column >= kShownColumns);
+        if (column < kShownColumns) setColumnWidth(column, column_width(column, width()));
+    }
+}
+
+void GridTable::show_current() {
+    const CellPosition at = grid_.current();
+    const QModelIndex cell = model()->index(at.row - 1, at.column);  // none for the header
+    setCurrentIndex(cell);
+    if (cell.isValid()) {
+        user_scrolls_ = false;
+        verticalScrollBar()->setValue(std::min(verticalScrollBar()->value(), cell.row()));
+        scrollTo(cell.siblingAtColumn(kValue));
+    }
+    viewport()->update();  // the mark of the current row stands in another cell
+}
+
+int GridTable::height_of_rows(int rows) const {
+    return horizontalHeader()->sizeHint().height() +
+           (rows - 1) * verticalHeader()->defaultSectionSize();
+}
+
+void GridTable::press(Qt::MouseButton button, std::optional<CellPosition> cell, QPoint global) {
+    if (button == Qt::LeftButton) {
+        grid_.grid_mouse_down(MouseButton::kLeft, cell);
+    } else if (button == Qt::RightButton) {
+        grid_.grid_mouse_down(MouseButton::kRight, cell);
+        Q_EMIT popup_asked(global);
+    }
+}
+
+void GridTable::mousePressEvent(QMouseEvent* event) {
+    const QPoint at = event->position().toPoint();
+    std::optional<CellPosition> cell;
+    if (const int row = rowAt(at.y()); row >= 0) {
+        // Beside the columns there is none: a click there is one on a cell that opens nothing.
+        cell = CellPosition{row + 1, std::max(columnAt(at.x()), int{kNumber})};
+    }
+    press(event->button(), cell, event->globalPosition().toPoint());
+    event->accept();
+}
+
+// Dragging selects nothing here.
+void GridTable::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+void GridTable::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+    if (event->button() == Qt::LeftButton) Q_EMIT left_released();
+}
+
+// The first of the two presses has done what there is to do.
+void GridTable::mouseDoubleClickEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+bool GridTable::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == horizontalHeader()->viewport() && event->type() == QEvent::MouseButtonPress) {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        const int column = horizontalHeader()->logicalIndexAt(mouse->position().toPoint());
+        setFocus(Qt::MouseFocusReason);
+        press(mouse->button(), CellPosition{0, std::max(column, int{kNumber})},
+              mouse->globalPosition().toPoint());
+        return true;
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
+void GridTable::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        const CellPosition at = grid_.current();
+        QApplication::clipboard()->setText(shown_text(grid_.cell(at.row, at.column)));
+        return;
+    }
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const int key = event->key();
+    if (plain && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2)) {
+        if (!event->isAutoRepeat()) grid_.open_editor();
+        return;
+    }
+    if (key == Qt::Key_Escape && grid_.editor().open != Editor::kNone) {
+        grid_.editor_key(kKeyEsc, {});
+        return;
+    }
+    if (plain && move_key(key)) return;
+    event->ignore();
+}
+
+bool GridTable::move_key(int key) {
+    const int page = std::max(1, viewport()->height() / verticalHeader()->defaultSectionSize());
+    switch (key) {
+        case Qt::Key_Up:
+            grid_.move_current(-1);
+            return true;
+        case Qt::Key_Down:
+            grid_.move_current(1);
+            return true;
+        case Qt::Key_PageUp:
+            grid_.move_current(-page);
+            return true;
+        case Qt::Key_PageDown:
+            grid_.move_current(page);
+            return true;
+        case Qt::Key_Home:
+            grid_.move_current(-grid_.rows());
+            return true;
+        case Qt::Key_End:
+            grid_.move_current(grid_.rows());
+            return true;
+        case Qt::Key_Left:
+            move_column(-1);
+            return true;
+        case Qt::Key_Right:
+            move_column(1);
+            return true;
+        default:
+            return false;
+    }
+}
+
+void GridTable::move_column(int columns) {
+    const CellPosition at = grid_.current();
+    grid_.set_current({at.row, std::clamp(at.column + columns, 0, kShownColumns - 1)});
+}
+
+// The wheel moves the current row, and only while the grid has the focus.
+void GridTable::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if (!hasFocus()) return;
+    const bool held = event->modifiers() != Qt::NoModifier || event->buttons() != Qt::NoButton;
+    if (const int rows = wheel_rows(event->angleDelta().y(), held); rows != 0) {
+        grid_.move_current(rows);
+    }
+}
+
+// The right button has been served on its press; here it is the menu key.
+void GridTable::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Keyboard) return;
+    const QRect cell = visualRect(currentIndex());
+    press(Qt::RightButton, grid_.current(), viewport()->mapToGlobal(cell.bottomLeft()));
+}
+
+void GridTable::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange) fit_rows_to_font();
+}
+
+void GridTable::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (grid_.rows() > 1) return;
+    QPainter painter(viewport());
+    painter.setPen(QColor(palette::kMutedText));
+    const std::string_view text = kNoRows.in(grid_.language());
+    painter.drawText(viewport()->rect(), Qt::AlignCenter,
+                     QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+}  // namespace servo::params

@@ -1,0 +1,52 @@
+// `MSHFlexGrid1` as a table: mouse, keys, wheel and scroll bar become calls of the grid.
+#pragma once
+
+#include <QTableView>
+#include <optional>
+
+#include "params/page_grid.h"
+
+namespace servo::params {
+
+class GridTable final : public QTableView {
+    Q_OBJECT
+
+  public:
+    GridTable(PageGrid& grid, QWidget* parent);
+
+    // Column widths as told fractions of this table's width.
+    void setup_grid();
+    // Puts the view's current cell where the grid's is, and into sight.
+    void show_current();
+    // Height that shows `rows` rows, the header counted.
+    int height_of_rows(int rows) const;
+
+  Q_SIGNALS:
+    void popup_asked(const QPoint& place);
+    void left_released();
+    void scrolled_by_user(int top_row);
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void press(Qt::MouseButton button, std::optional<CellPosition> cell, QPoint global);
+    void fit_rows_to_font();
+    void watch_scroll_bar();
+    bool move_key(int key);
+    void move_column(int columns);
+
+    PageGrid& grid_;
+    bool user_scrolls_ = false;
+};
+
+}  // namespace servo::params

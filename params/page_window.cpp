@@ -1,0 +1,76 @@
+#include "params/page_window.h"
+
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace servo::params {
+
+namespace {
+
+constexpr int kMargin = 8;
+constexpr int kSmallestWidth = 340;
+constexpr int kSmallestHeight = 90;
+
+}  // namespace
+
+PageWindow::PageWindow(Page& page, QWidget* parent)
+    : QWidget(parent), page_(page), grid_(page.grid(), this) {
+    const auto name = QString::fromStdString(page.name());
+    setObjectName(name);
+    setMinimumSize(kSmallestWidth, kSmallestHeight);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->addWidget(&grid_);
+    setFocusProxy(&grid_);
+    connect(&grid_, &PageGridView::popup_asked, this, &PageWindow::popup_asked);
+    connect(&grid_, &PageGridView::rows_changed, this, &PageWindow::fit_height);
+}
+
+// The page's height follows the grid's, as far as the frame can grow.
+void PageWindow::fit_height() {
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (frame == nullptr || !isVisible() || frame->isMaximized() || frame->isMinimized()) return;
+    int height = frame->height() + sizeHint().height() - this->height();
+    if (const QMdiArea* area = frame->mdiArea()) {
+        height = std::min(height, area->viewport()->height() - std::max(frame->y(), 0));
+    }
+    frame->resize(frame->width(), std::max(height, frame->minimumSizeHint().height()));
+}
+
+void PageWindow::closeEvent(QCloseEvent* event) {
+    grid_.hide_editors();
+    QWidget::closeEvent(event);
+}
+
+void PageWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    fit_height();
+}
+
+void PageWindow::hideEvent(QHideEvent* event) {
+    grid_.hide_editors();
+    QWidget::hideEvent(event);
+}
+
+bool PageWindow::event(QEvent* event) {
+    if (event->type() == QEvent::ParentChange) watch_frame();
+    if (event->type() == QEvent::WindowDeactivate && isWindow()) grid_.hide_editors();
+    return QWidget::event(event);
+}
+
+// Leaving the page for another window of the program hides both editors.
+void PageWindow::watch_frame() {
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (frame == nullptr) return;
+    connect(frame, &QMdiSubWindow::windowStateChanged, this,
+            [this](Qt::WindowStates before, Qt::WindowStates now) {
+                if (before.testFlag(Qt::WindowActive) && !now.testFlag(Qt::WindowActive)) {
+                    grid_.hide_editors();
+                }
+            });
+}
+
+}  // namespace servo::params
