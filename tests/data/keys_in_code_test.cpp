@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <map>
 #include <set>
 
 #include "base/file.h"
@@ -239,6 +240,41 @@ TEST(KeysInCode, IdentitiesAreInTheDictionary) {
                                 << file << " names " << digits;
                         }
                     });
+}
+
+// The simulated drive's parts name their objects once and bind them with a type elsewhere.
+TEST(KeysInCode, SimulatedDriveBindsObjectsWithTheirType) {
+    const std::map<std::string, std::string, std::less<>> words{
+        {"kUint8", kU8},   {"kInt8", kI8},   {"kUint16", kU16}, {"kInt16", kI16},
+        {"kUint32", kU32}, {"kInt32", kI32}, {"kString", kText}};
+    const std::string ids = code_of(std::filesystem::path(SERVO_SOURCE_DIR) / "sim/object_ids.h");
+    std::map<std::string, Identity, std::less<>> keys;
+    for (const std::string& line : test::split(ids, '\n')) {
+        const std::size_t name = line.find("Identity k");
+        const std::size_t value = line.find(" = 0x");
+        if (name == std::string::npos || value == std::string::npos) continue;
+        keys[line.substr(name + 9, value - name - 9)] = test::key_of(line.substr(value + 5, 6));
+    }
+    std::size_t bound = 0;
+    for_each_source({"sim"}, [&](const std::filesystem::path& file, const std::string& code) {
+        constexpr std::string_view kBind = "bind(ids::";
+        constexpr std::string_view kType = ", Type::";
+        for (std::size_t at = code.find(kBind); at != std::string::npos;
+             at = code.find(kBind, at)) {
+            at += kBind.size();
+            const std::size_t name_end = code.find_first_of(", +", at);
+            const auto key = keys.find(code.substr(at, name_end - at));
+            if (key == keys.end() || !code.substr(name_end).starts_with(kType)) continue;
+            const std::size_t type = name_end + kType.size();
+            const auto word = words.find(code.substr(type, code.find_first_of(",)", type) - type));
+            ASSERT_NE(word, words.end()) << file << " binds " << key->first;
+            const Object* const object = test::find_object(key->second);
+            ASSERT_NE(object, nullptr) << file << " binds " << key->first;
+            EXPECT_EQ(object->type, word->second) << file << " binds " << key->first;
+            ++bound;
+        }
+    });
+    EXPECT_GE(bound, 20U);
 }
 
 TEST(KeysInCode, ReferencesOfFormulasAreInTheDictionary) {
