@@ -26,6 +26,7 @@ class DialogSwitch final : public UserDialogs {
   public:
     explicit DialogSwitch(UserDialogs& real) : now_(&real) {}
     void use(UserDialogs& dialogs) { now_ = &dialogs; }
+    UserDialogs& current() const { return *now_; }
     base::Answer show(std::string_view title, std::string_view text,
                       base::Buttons buttons) override {
         return now_->show(title, text, buttons);

@@ -1,0 +1,321 @@
+#include "app/mdi_form1.h"
+
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QUrl>
+
+#include "app/about_window.h"
+#include "app/backgroud_form.h"
+#include "app/form1_window.h"
+#include "app/menu_table.h"
+#include "app/popup_menu.h"
+#include "app/shell_menus.h"
+#include "app/shell_tools.h"
+#include "app/style.h"
+#include "app/window_host.h"
+#include "base/file.h"
+#include "params/page_window.h"
+
+namespace servo::app {
+
+namespace {
+
+constexpr int kArrangeMilliseconds = 1000;
+constexpr QSize kFirstSize{1180, 760};
+
+}  // namespace
+
+MDIForm1::MDIForm1(Workstation& workstation, DialogSwitch& dialogs)
+    : workstation_(workstation), dialogs_(dialogs) {
+    setObjectName(QStringLiteral("MDIForm1"));
+    setWindowIcon(picture(QStringLiteral("program")));
+    resize(kFirstSize);
+    background_ = new BackgroudForm(this);
+    setCentralWidget(background_);
+    menus_ = new ShellMenus(menuBar());
+    tools_ = new ShellTools(this);
+    addToolBar(tools_);
+    xpop_ = new PopupMenu(this);
+    host_ = new WindowHost(background_);
+    add_windows();
+    add_pages();
+    enable_items();
+    connect_shell();
+    connect_link();
+    workstation_.screen = this;
+}
+
+MDIForm1::~MDIForm1() {
+    workstation_.screen = nullptr;
+    workstation_.communication.observer = {};
+    workstation_.engine.pictures.observer = {};
+}
+
+void MDIForm1::add_windows() {
+    host_->add_kind("Form1",
+                    {.make = [this] { return new Form1Window(workstation_.communication); },
+                     .caption = {},
+                     .frame = ChildWindow::Kind::kDialog});
+    const auto about = [this] {
+        auto* window = new AboutWindow(workstation_.Tavro_Nevra_Other_mode);
+        connect(window, &AboutWindow::close_asked, this,
+                [this] { close_window_by_name(QStringLiteral("About")); });
+        return window;
+    };
+    host_->add_kind("About", {.make = about,
+                              .caption =
+                                  [](base::Language language) {
+                                      return to_qt(base::Text{"关于", "About"}.in(language));
+                                  },
+                              .frame = ChildWindow::Kind::kDialog,
+                              .designed_font = true});
+}
+
+void MDIForm1::add_pages() {
+    for (const auto& page : workstation_.pages) {
+        params::Page* shown = page.get();
+        const auto make = [this, shown] {
+            auto* window = new params::PageWindow(*shown);
+            connect(
+                window, &params::PageWindow::popup_asked, this,
+                [this, shown](const QPoint& place) { show_popup(*shown, shown->grid(), place); });
+            return window;
+        };
+        const auto caption = [this, shown](base::Language language) {
+            return to_qt(
+                shown->definition().caption_of(workstation_.Tavro_Nevra_Other_mode).in(language));
+        };
+        host_->add_kind(page->name(), {.make = make, .caption = caption});
+    }
+}
+
+void MDIForm1::connect_shell() {
+    connect(menus_, &ShellMenus::chosen, this, &MDIForm1::run_menu);
+    connect(tools_, &ShellTools::chosen, this, &MDIForm1::run_tool);
+    connect(xpop_, &PopupMenu::chosen, this, &MDIForm1::run_popup);
+    connect(host_, &WindowHost::close_asked, this, &MDIForm1::close_window_by_name);
+    Timer2_.setInterval(kArrangeMilliseconds);
+    connect(&Timer2_, &QTimer::timeout, background_, &BackgroudForm::arrange_icons);
+    Timer2_.start();
+}
+
+void MDIForm1::connect_link() {
+    workstation_.communication.observer = [this] { follow_communication(); };
+    workstation_.engine.pictures.observer = [this](int) { show_pictures(); };
+    show_pictures();
+}
+
+// Items of windows that the program does not have (yet) can be seen, but not picked.
+void MDIForm1::enable_items() {
+    for (const MenuItem& item : menu_table()) {
+        bool enabled = true;
+        if (item.kind == MenuKind::kOpenPage) enabled = host_->has(std::string(item.window));
+        if (item.kind == MenuKind::kNewProject || item.kind == MenuKind::kOpenProject ||
+            item.kind == MenuKind::kSaveProject)
+            enabled = false;
+        menus_->action(to_qt(item.item))->setEnabled(enabled);
+    }
+    for (const ToolItem& item : tool_table()) {
+        QAction* action = tools_->tool(to_qt(item.key));
+        switch (item.kind) {
+            case ToolKind::kMenuItem:
+                action->setEnabled(menus_->action(to_qt(item.item))->isEnabled());
+                break;
+            case ToolKind::kCommunication:
+                break;
+            case ToolKind::kExport:
+            case ToolKind::kImport:
+                action->setEnabled(host_->has(std::string(item.item)));
+                break;
+        }
+    }
+}
+
+void MDIForm1::run_menu(const MenuItem& item) {
+    switch (item.kind) {
+        case MenuKind::kOpenPage:
+            open_window(to_qt(item.window));
+            break;
+        case MenuKind::kShowForm1:
+            workstation_.communication.show_dialog();
+            host_->show("Form1");
+            break;
+        case MenuKind::kQuit:
+            quit(workstation_);
+            break;
+        case MenuKind::kChinese:
+            language_click(workstation_, base::Language::kChinese);
+            break;
+        case MenuKind::kEnglish:
+            language_click(workstation_, base::Language::kEnglish);
+            break;
+        case MenuKind::kArrange:
+            background_->arrange_icons();
+            break;
+        case MenuKind::kErrorTable: {
+            const auto sys = base::find_in(workstation_.folder, "sys");
+            QDesktopServices::openUrl(
+                QUrl::fromLocalFile(to_qt(base::find_in(sys, "Errors.xls").string())));
+            break;
+        }
+        case MenuKind::kMenu:
+        case MenuKind::kNothing:
+        case MenuKind::kNewProject:
+        case MenuKind::kOpenProject:
+        case MenuKind::kSaveProject:
+            break;
+    }
+}
+
+void MDIForm1::run_tool(const ToolItem& item) {
+    switch (item.kind) {
+        case ToolKind::kMenuItem:
+            menus_->action(to_qt(item.item))->trigger();
+            break;
+        case ToolKind::kCommunication:
+            workstation_.communication.communication();
+            break;
+        case ToolKind::kExport:
+        case ToolKind::kImport:
+            open_window(to_qt(item.item));
+            break;
+    }
+}
+
+void MDIForm1::run_popup(const QString& item) {
+    if (item == QStringLiteral("deling")) deling_click(workstation_);
+}
+
+void MDIForm1::show_popup(link::Window& window, params::PageGrid& grid, const QPoint& place) {
+    workstation_.popup_window = &window;
+    workstation_.popup_grid = &grid;
+    workstation_.popup_row = grid.popup_row();
+    const params::PopupEntries entries = params::PageGrid::popup_entries(grid.popup_row());
+    // Adding and help lead into the dictionary browser.
+    const bool browser = host_->has("ObjectDictionay");
+    xpop_->entry(QStringLiteral("adding"))->setEnabled(entries.adding && browser);
+    xpop_->entry(QStringLiteral("helping"))->setEnabled(entries.helping && browser);
+    xpop_->entry(QStringLiteral("deling"))->setEnabled(entries.deling);
+    xpop_->popup(place);
+}
+
+// The dialog shows itself after a time-out and when the toolbar's button finds no known port.
+void MDIForm1::follow_communication() {
+    link::Window* form1 = workstation_.find_window("Form1");
+    const bool visible = workstation_.communication.state().dialog_visible;
+    if (visible != form1->visible()) {
+        form1->set_visible(visible);
+        if (visible)
+            host_->show("Form1");
+        else
+            host_->hide("Form1");
+    }
+    if (auto* dialog = static_cast<Form1Window*>(host_->made("Form1"))) dialog->refresh();
+}
+
+void MDIForm1::show_pictures() {
+    const link::Pictures& pictures = workstation_.engine.pictures;
+    tools_->set_picture(to_qt(kLinkTool), to_qt(pictures.button4()));
+    tools_->set_picture(to_qt(kFaultTool), to_qt(pictures.button5()));
+}
+
+void MDIForm1::show_background() {
+    background_->show_picture(workstation_.Tavro_Nevra_Other_mode);
+}
+
+void MDIForm1::apply_variant() {
+    setWindowTitle(to_qt(main_title(workstation_.Tavro_Nevra_Other_mode)));
+    menus_->apply(workstation_.language, workstation_.Tavro_Nevra_Other_mode);
+}
+
+void MDIForm1::show_window(link::Window& window) {
+    // The dialog's own state says whether it is visible; the engine's way to it goes there.
+    if (window.name() == "Form1") workstation_.communication.show_dialog();
+    host_->show(window.name());
+}
+
+void MDIForm1::hide_window(link::Window& window) {
+    if (window.name() == "Form1") workstation_.communication.close_box();
+    host_->hide(window.name());
+}
+
+void MDIForm1::apply_language() {
+    const base::Language language = workstation_.language;
+    const dictionary::Variant variant = workstation_.Tavro_Nevra_Other_mode;
+    menus_->apply(language, variant);
+    xpop_->apply(language, variant);
+    tools_->apply(language, variant);
+    host_->apply_language(language);
+}
+
+void MDIForm1::unload_all() {
+    if (unloaded_) return;
+    unloaded_ = true;
+    Timer2_.stop();
+    for (link::Window* window : workstation_.engine.all_windows)
+        if (window != nullptr) host_->hide(window->name());
+    hide();
+    Q_EMIT unloaded();
+}
+
+QWidget* MDIForm1::window_widget(const QString& name) {
+    const link::Window* window = workstation_.find_window(from_qt(name));
+    return window == nullptr ? nullptr : host_->widget(window->name());
+}
+
+QAction* MDIForm1::menu_item(const QString& item) {
+    return menus_->action(item);
+}
+
+QStringList MDIForm1::menu_items() const {
+    QStringList items;
+    for (const MenuItem& item : menu_table())
+        items << to_qt(item.item);
+    return items;
+}
+
+QAction* MDIForm1::tool(const QString& key) {
+    return tools_->tool(key);
+}
+
+QStringList MDIForm1::tools() const {
+    QStringList keys;
+    for (const ToolItem& item : tool_table())
+        keys << to_qt(item.key);
+    return keys;
+}
+
+QString MDIForm1::tool_picture(const QString& key) const {
+    return tools_->picture_of(key);
+}
+
+QMenu* MDIForm1::open_popup() {
+    return xpop_->isVisible() ? xpop_ : nullptr;
+}
+
+bool MDIForm1::open_window(const QString& name) {
+    link::Window* window = workstation_.find_window(from_qt(name));
+    if (window == nullptr || !host_->has(window->name())) return false;
+    open_page(workstation_, *window);
+    return true;
+}
+
+bool MDIForm1::close_window_by_name(const QString& name) {
+    link::Window* window = workstation_.find_window(from_qt(name));
+    if (window == nullptr) return false;
+    close_window(workstation_, *window);
+    return true;
+}
+
+void MDIForm1::quit_program() {
+    quit(workstation_);
+}
+
+void MDIForm1::closeEvent(QCloseEvent* event) {
+    event->accept();
+    quit(workstation_);
+}
+
+}  // namespace servo::app

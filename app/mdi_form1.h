@@ -1,0 +1,90 @@
+// `MDIForm1`: the main window. Makes menu, toolbar, background and windows, and connects them with
+// the workstation; the rules are there.
+#pragma once
+
+#include <QMainWindow>
+#include <QPoint>
+#include <QTimer>
+
+#include "app/screen.h"
+#include "app/shell_access.h"
+#include "app/workstation.h"
+
+namespace servo::params {
+class PageGrid;
+}
+
+namespace servo::app {
+
+class BackgroudForm;
+class Form1Window;
+class PopupMenu;
+class ShellMenus;
+class ShellTools;
+class WindowHost;
+struct MenuItem;
+struct ToolItem;
+
+class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
+    Q_OBJECT
+
+  public:
+    MDIForm1(Workstation& workstation, DialogSwitch& dialogs);
+    ~MDIForm1() override;
+
+    // Screen
+    void show_background() override;
+    void apply_variant() override;
+    void init_od_grid() override {}
+    void show_window(link::Window& window) override;
+    void hide_window(link::Window& window) override;
+    void apply_language() override;
+    void unload_all() override;
+
+    // ShellAccess
+    Workstation& workstation() override { return workstation_; }
+    DialogSwitch& dialogs() override { return dialogs_; }
+    QMainWindow* main_window() override { return this; }
+    QWidget* window_widget(const QString& name) override;
+    QAction* menu_item(const QString& item) override;
+    QStringList menu_items() const override;
+    QAction* tool(const QString& key) override;
+    QStringList tools() const override;
+    QString tool_picture(const QString& key) const override;
+    QMenu* open_popup() override;
+    bool open_window(const QString& name) override;
+    bool close_window_by_name(const QString& name) override;
+    void quit_program() override;
+
+  Q_SIGNALS:
+    // Every window is gone, and the program ends.
+    void unloaded();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void add_windows();
+    void add_pages();
+    void connect_shell();
+    void connect_link();
+    void enable_items();
+    void run_menu(const MenuItem& item);
+    void run_tool(const ToolItem& item);
+    void run_popup(const QString& item);
+    void show_popup(link::Window& window, params::PageGrid& grid, const QPoint& place);
+    void follow_communication();
+    void show_pictures();
+
+    Workstation& workstation_;
+    DialogSwitch& dialogs_;
+    BackgroudForm* background_ = nullptr;
+    ShellMenus* menus_ = nullptr;
+    ShellTools* tools_ = nullptr;
+    PopupMenu* xpop_ = nullptr;
+    WindowHost* host_ = nullptr;
+    QTimer Timer2_;  // arranges the icons of minimised windows
+    bool unloaded_ = false;
+};
+
+}  // namespace servo::app

@@ -1,0 +1,62 @@
+// The running program: the machine's port, clock and timer, the workstation on them and the main
+// window. Starts, connects as the command line asks, ends.
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "app/mdi_form1.h"
+#include "app/message_boxes.h"
+#include "app/options.h"
+#include "app/simulator.h"
+#include "app/workstation.h"
+#include "base/clock.h"
+#include "link/port_names.h"
+#include "link/qt_serial_port.h"
+
+namespace servo::app {
+
+class Program final : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit Program(const Options& options);
+    ~Program() override;
+
+    MDIForm1& form() { return *form_; }
+    Workstation& workstation() { return *workstation_; }
+    DialogSwitch& dialogs() { return dialogs_; }
+
+    // Loads and shows everything. False when the program cannot go on; why has been said.
+    bool start();
+
+    // Opens the link as the command line asks; `settled` is emitted when that has been tried.
+    void connect_link();
+
+  Q_SIGNALS:
+    void settled();
+
+  private:
+    bool check_windows();
+    void start_simulator();
+    void open_device(const QString& device);
+
+    Options options_;
+    MessageBoxes boxes_;
+    DialogSwitch dialogs_{boxes_};
+    link::PortNames names_;
+    link::QtSerialPort port_{names_};
+    link::QtPortDirectory ports_{names_};
+    base::SteadyClock clock_;
+    link::QtTimer timer_;
+    std::unique_ptr<Workstation> workstation_;
+    std::unique_ptr<MDIForm1> form_;
+    Simulator simulator_;
+    QString simulated_line_;  // empty until drive-sim has named it
+    QString simulator_error_;
+    bool wants_line_ = false;  // the main window is up and waits for the simulated drive
+};
+
+}  // namespace servo::app

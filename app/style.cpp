@@ -1,0 +1,60 @@
+#include "app/style.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyleFactory>
+
+#include "app/palette.h"
+
+// The pictures are in a static library, whose resources wait to be asked for. (The macro wants a
+// function outside of any namespace.)
+static void load_pictures() {
+    Q_INIT_RESOURCE(icons);
+}
+
+namespace servo::app {
+
+void apply_style(QApplication& application) {
+    load_pictures();
+    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QPalette colours;
+    colours.setColor(QPalette::Window, palette::kWindow);
+    colours.setColor(QPalette::WindowText, palette::kText);
+    colours.setColor(QPalette::Base, palette::kBase);
+    colours.setColor(QPalette::AlternateBase, palette::kAlternateBase);
+    colours.setColor(QPalette::Text, palette::kText);
+    colours.setColor(QPalette::Button, palette::kButton);
+    colours.setColor(QPalette::ButtonText, palette::kText);
+    colours.setColor(QPalette::ToolTipBase, palette::kBase);
+    colours.setColor(QPalette::ToolTipText, palette::kText);
+    colours.setColor(QPalette::PlaceholderText, palette::kQuietText);
+    colours.setColor(QPalette::Highlight, palette::kHighlight);
+    colours.setColor(QPalette::HighlightedText, palette::kHighlightedText);
+    colours.setColor(QPalette::Link, palette::kHighlight);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, palette::kDisabledText);
+    application.setPalette(colours);
+}
+
+QIcon picture(const QString& name) {
+    return QIcon(QStringLiteral(":/app/icons/%1.svg").arg(name));
+}
+
+QStringList font_families(base::Language language) {
+    QStringList families{to_qt(base::font_name(language))};
+    if (language == base::Language::kChinese)
+        families << QStringLiteral("WenQuanYi Micro Hei") << QStringLiteral("Noto Sans CJK SC");
+    else
+        families << QStringLiteral("DejaVu Sans") << QStringLiteral("Noto Sans");
+    return families;
+}
+
+QString to_qt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string from_qt(const QString& text) {
+    return text.toStdString();
+}
+
+}  // namespace servo::app

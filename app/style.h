@@ -1,0 +1,27 @@
+// Style, colours and pictures of the whole program.
+#pragma once
+
+#include <QIcon>
+#include <QString>
+#include <QStringList>
+
+#include "base/language.h"
+
+class QApplication;
+
+namespace servo::app {
+
+// One look on every desktop: told cell colours are light, so a dark desktop must not turn the text
+// on them light as well.
+void apply_style(QApplication& application);
+
+// A picture of the program by its name ("Commpic").
+QIcon picture(const QString& name);
+
+// The font of a language, with the families that stand in for it where it is not installed.
+QStringList font_families(base::Language language);
+
+QString to_qt(std::string_view text);
+std::string from_qt(const QString& text);
+
+}  // namespace servo::app
