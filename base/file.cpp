@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <memory>
 #include <utility>
 
 namespace servo::base {
@@ -15,6 +16,9 @@ namespace {
 
 // A save asks the disk in pieces of this size.
 constexpr std::size_t kChunk = 16 * 1024;
+
+// Whole files are read in pieces of this size.
+constexpr std::size_t kPiece = 64 * 1024;
 
 // Names tried for the temporary file; a crash may leave one behind.
 constexpr int kTemporaryNames = 1000;
@@ -116,24 +120,30 @@ std::filesystem::path find_entry(const std::filesystem::path& folder, std::strin
 }  // namespace
 
 std::optional<std::string> read_file(const std::filesystem::path& file) {
-    const Descriptor in(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!in.is_open()) return std::nullopt;
-    struct stat about {};
-    if (::fstat(in.number(), &about) != 0) return std::nullopt;
     std::string bytes;
-    // One byte more than the size shows the end of file without a second round.
-    bytes.resize(about.st_size > 0 ? static_cast<std::size_t>(about.st_size) + 1 : kChunk);
+    const bool whole = read_pieces(file, kPiece, [&](std::string_view piece) { bytes += piece; });
+    if (!whole) return std::nullopt;
+    return bytes;
+}
+
+bool read_pieces(const std::filesystem::path& file, std::size_t size,
+                 const std::function<void(std::string_view piece)>& take) {
+    const Descriptor in(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!in.is_open()) return false;
+    const auto room = std::make_unique_for_overwrite<char[]>(size);
     std::size_t filled = 0;
     for (;;) {
-        if (filled == bytes.size()) bytes.resize(bytes.size() * 2);
-        const ssize_t got = ::read(in.number(), bytes.data() + filled, bytes.size() - filled);
+        const ssize_t got = ::read(in.number(), room.get() + filled, size - filled);
         if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return std::nullopt;
-        if (got == 0) break;
+        if (got < 0) return false;
         filled += static_cast<std::size_t>(got);
+        // A short read is no end: pipes and the kernel's own files give what they have.
+        if (filled == size || (got == 0 && filled > 0)) {
+            take({room.get(), filled});
+            filled = 0;
+        }
+        if (got == 0) return true;
     }
-    bytes.resize(filled);
-    return bytes;
 }
 
 bool write_file(const std::filesystem::path& file, std::string_view bytes,

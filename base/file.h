@@ -14,6 +14,12 @@ namespace servo::base {
 // Nothing when the file cannot be opened or read. Bytes as they stand.
 std::optional<std::string> read_file(const std::filesystem::path& file);
 
+// The same for a large file of which little is kept: `take` gets pieces of `size` bytes in their
+// order, the last one shorter, each gone after the call. False when the file cannot be opened or
+// read to its end; some pieces may have been taken by then.
+bool read_pieces(const std::filesystem::path& file, std::size_t size,
+                 const std::function<void(std::string_view piece)>& take);
+
 // Asked before each system call of a save (open, every write, fsync, close, rename; counted from
 // 0); false makes that call fail. For tests only.
 using WriteFault = std::function<bool(std::size_t call)>;

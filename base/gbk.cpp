@@ -135,6 +135,24 @@ std::string gbk_to_utf8(std::string_view bytes) {
     }
 }
 
+std::string gbk_to_utf8_field(std::string_view bytes, std::size_t width) {
+    std::string out;
+    std::size_t left = width;
+    for (;;) {
+        const std::size_t run = ascii_run(bytes.substr(0, left));
+        if (out.empty()) out.reserve(run == left ? width : 2 * width);
+        out.append(bytes.substr(0, run));
+        bytes.remove_prefix(run);
+        left -= run;
+        if (left == 0 || bytes.empty()) break;
+        const char32_t c = double_byte(tables(), bytes);
+        append_utf8(out, c == 0 ? kReplacement : c);
+        bytes.remove_prefix(c == 0 ? 1 : 2);
+        --left;
+    }
+    return out.append(left, ' ');
+}
+
 std::string utf8_to_gbk(std::string_view text) {
     std::size_t run = ascii_run(text);
     if (run == text.size()) return std::string(text);

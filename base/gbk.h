@@ -11,6 +11,9 @@ namespace servo::base {
 // Bytes that are no GBK become U+FFFD, one for each; the call never fails.
 std::string gbk_to_utf8(std::string_view bytes);
 
+// The first `width` characters of it, filled up with blanks to that number.
+std::string gbk_to_utf8_field(std::string_view bytes, std::size_t width);
+
 // Characters that GBK does not hold become '?'; malformed UTF-8 likewise.
 std::string utf8_to_gbk(std::string_view text);
 

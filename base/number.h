@@ -9,7 +9,8 @@ namespace servo::base {
 
 // The number at the start of a text: optional blanks, optional sign, digits with at most one '.',
 // optional exponent; stops at the first other character; 0 when there are no digits. A "&H" (or
-// "&h") where the digits may begin hands over to scan_hex. An exponent that overflows gives infinity.
+// "&h") where the digits may begin hands over to scan_hex. An exponent that overflows gives
+// infinity.
 double leading_number(std::string_view text);
 
 // The "&H" rule for the digits behind the prefix: up to four significant digits are a signed 16-bit

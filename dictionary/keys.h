@@ -23,8 +23,8 @@ std::uint8_t wire_size(std::string_view type_name);
 // Size code of the value decoder: 1, 11, 2, 12, 4, 14; 0 for a string and any other text.
 int decoder_size(std::string_view type_name);
 
-// Short type name of a dictionary word such as "Unsigned8" or "Visible String"; empty for any other.
-// Blanks and NULs at the right end of the word do not count.
+// Short type name of a dictionary word such as "Unsigned8" or "Visible String"; empty for any
+// other. Blanks and NULs at the right end of the word do not count.
 std::string_view short_type(std::string_view dictionary_word);
 
 // Size code of a wire key for a length in bits (0x08 to 01, 0x10 to 02, 0x20 to 04; else 0).

@@ -12,6 +12,7 @@
 #include "base/file.h"
 #include "base/gbk.h"
 #include "base/number.h"
+#include "dictionary/packed_records.h"
 
 namespace servo::dictionary {
 
@@ -20,25 +21,15 @@ namespace {
 constexpr std::string_view kReducedFile = "Servo.dat";
 constexpr std::string_view kAllItemsFile = "qorlan.dat";
 
-// One fixed-width field of a record, in bytes of the code page.
-struct Field {
-    std::size_t offset = 0;
-    std::size_t width = 0;
+// The count is a signed 16-bit number.
+constexpr std::size_t kMostRecords = std::numeric_limits<std::int16_t>::max();
 
-    std::string_view in(std::string_view record) const { return record.substr(offset, width); }
-};
+// Read at a time, so that the bytes of a piece are still in the cache when they are looked at.
+constexpr std::size_t kPiece = 16 * kRecordSize;
 
-constexpr Field kIndex{0, 4};
-constexpr Field kSub{4, 2};
-constexpr Field kNameChinese{6, 64};
-constexpr Field kNameEnglish{70, 64};
-constexpr Field kType{134, 16};
-constexpr Field kAttribute{150, 8};
-constexpr Field kCommentChinese{158, 4096};
-constexpr Field kCommentEnglish{4254, 4096};
-constexpr Field kFormula{8350, 200};
-constexpr Field kModbus{8550, 4};
-static_assert(kModbus.offset + kModbus.width == kRecordSize);
+// Places in a record of what the load itself looks at.
+constexpr std::size_t kIdentityDigits = 6;  // index and sub-index, side by side at the start
+constexpr std::size_t kModbusOffset = 8550;
 
 // How a field becomes a cell of a table.
 enum class Cut : std::uint8_t { kWhole, kTail };
@@ -49,56 +40,60 @@ struct Column {
 };
 
 constexpr std::array<Column, 9> kDictionaryColumns{{
-    {kIndex, Cut::kWhole},
-    {kSub, Cut::kWhole},
-    {kNameChinese},
-    {kNameEnglish},
-    {kAttribute},
-    {kType},
-    {kCommentChinese},
-    {kCommentEnglish},
-    {kFormula},
+    {Field::kIndex, Cut::kWhole},
+    {Field::kSub, Cut::kWhole},
+    {Field::kNameChinese},
+    {Field::kNameEnglish},
+    {Field::kAttribute},
+    {Field::kType},
+    {Field::kCommentChinese},
+    {Field::kCommentEnglish},
+    {Field::kFormula},
 }};
 
 constexpr std::array<Column, 7> kModbusColumns{{
-    {kModbus, Cut::kWhole},
-    {kIndex, Cut::kWhole},
-    {kSub, Cut::kWhole},
-    {kNameChinese},
-    {kNameEnglish},
-    {kAttribute},
-    {kType},
+    {Field::kModbus, Cut::kWhole},
+    {Field::kIndex, Cut::kWhole},
+    {Field::kSub, Cut::kWhole},
+    {Field::kNameChinese},
+    {Field::kNameEnglish},
+    {Field::kAttribute},
+    {Field::kType},
 }};
 
-bool is_tail(char c) {
-    return c == ' ' || c == '\0' || c == '\n';
+std::string cell(const PackedRecords& records, std::size_t row, const Column& column) {
+    const StoredField field = records.field(row, column.field);
+    return base::gbk_to_utf8(column.cut == Cut::kTail ? field.trimmed() : field.whole());
 }
 
-std::string cell(std::string_view record, const Column& column) {
-    const std::string_view bytes = column.field.in(record);
-    return base::gbk_to_utf8(column.cut == Cut::kTail ? trim_tail_bytes(bytes) : bytes);
-}
-
-// Left-aligned and filled with blanks, or cut, to `width` characters. A character takes at most two
-// bytes, so what lies further back is not even converted.
-std::string fitted(std::string_view bytes, std::size_t width) {
-    std::string text = base::gbk_to_utf8(bytes.substr(0, 2 * width));
-    const std::size_t length = base::utf8_length(text);
-    if (length > width) {
-        text.resize(base::utf8_prefix(text, width).size());
-    } else {
-        text.append(width - length, ' ');
+// Of a field that a reader cuts at its first NUL: left-aligned in blanks, `width` characters.
+std::string cut_at_nul(const StoredField& field, std::size_t width) {
+    const std::size_t nul = field.text.find('\0');
+    if (nul != std::string_view::npos) {
+        return base::gbk_to_utf8_field(field.text.substr(0, nul), width);
     }
-    return text;
+    if (field.padding == '\0' || field.padding == ' ') {
+        return base::gbk_to_utf8_field(field.text, width);
+    }
+    return base::gbk_to_utf8_field(field.whole(), width);
 }
 
-std::string_view up_to_nul(std::string_view bytes) {
-    return bytes.substr(0, bytes.find('\0'));
+// The comment from its first "|" on, to its end, in `width` characters; blank without one.
+std::string item_list(const StoredField& comment, std::size_t width) {
+    std::string whole;
+    std::string_view text = comment.text;
+    if (comment.padding != ' ') {  // blanks behind the list are what it is filled with anyway
+        whole = comment.whole();
+        text = whole;
+    }
+    const std::size_t bar = base::gbk_find(text, '|');
+    return base::gbk_to_utf8_field(
+        bar == std::string_view::npos ? std::string_view{} : text.substr(bar), width);
 }
 
-std::string_view item_list(std::string_view comment) {
-    const std::size_t bar = base::gbk_find(comment, '|');
-    return bar == std::string_view::npos ? std::string_view{} : comment.substr(bar);
+std::string short_type_of(const StoredField& field) {
+    const std::string word = field.whole();
+    return std::string(short_type(std::string_view(word).substr(0, word.find('\0'))));
 }
 
 std::optional<std::filesystem::path> existing(const std::filesystem::path& folder,
@@ -124,6 +119,7 @@ ObjectRecord blank_record() {
 }  // namespace
 
 std::string_view trim_tail_bytes(std::string_view bytes) {
+    const auto is_tail = [](char c) { return c == ' ' || c == '\0' || c == '\n'; };
     for (std::size_t last = bytes.size(); last-- > 1;) {
         if (!is_tail(bytes[last])) return bytes.substr(0, last + 1);
     }
@@ -148,39 +144,49 @@ std::string trim_tail(std::string_view text) {
 // the tables show the fields as they were when the file was loaded. So the bytes stay untouched
 // here, and looking something up changes nothing.
 struct Store::Data {
-    std::string bytes;  // whole records, the last one filled with NUL
-    std::size_t rows = 0;
+    PackedRecords records;
+    std::size_t length = 0;  // of the file
     std::int16_t count = 0;
+    std::vector<Identity> identities;                   // of each record
     std::unordered_map<Identity, std::uint32_t> first;  // row of the first record of an identity
     std::vector<std::uint32_t> modbus;                  // rows of the Modbus table
 
-    std::string_view record(std::size_t row) const {
-        return std::string_view(bytes).substr(row * kRecordSize, kRecordSize);
+    void reserve(std::size_t file_length) {
+        const std::size_t most = std::min(file_length / kRecordSize, kMostRecords) + 1;
+        records.reserve(most * kRecordSize);
+        identities.reserve(most);
+        modbus.reserve(most);
     }
 
-    Identity identity(std::size_t row) const {
-        // Index and sub-index stand side by side. Six digits fit the result.
-        return static_cast<Identity>(
-            base::scan_hex(record(row).substr(kIndex.offset, kIndex.width + kSub.width)));
+    // Whole records, but for the last piece of a file.
+    void add(std::string_view piece) {
+        length += piece.size();
+        for (; !piece.empty(); piece.remove_prefix(std::min(piece.size(), kRecordSize))) {
+            // There is one slot more than the count, and reading goes on until the file ends.
+            if (records.rows() > kMostRecords) return;
+            const std::string_view record = piece.substr(0, kRecordSize);
+            // What a file's end cut off is NUL, and only a capital N means "no address".
+            if (record.size() <= kModbusOffset || record[kModbusOffset] != 'N') {
+                modbus.push_back(static_cast<std::uint32_t>(records.rows()));
+            }
+            // Six digits fit the result.
+            identities.push_back(
+                static_cast<Identity>(base::scan_hex(record.substr(0, kIdentityDigits))));
+            records.add(record);
+        }
     }
 
-    // Row that a lookup finds, or nothing.
-    std::optional<std::size_t> find(Identity wanted) const {
-        const auto found = first.find(wanted);
-        if (found == first.end()) return std::nullopt;
-        return found->second;
-    }
-
-    void index() {
-        // A rounded count never exceeds the records that were begun.
+    void finish() {
+        const std::int64_t rounded =
+            base::round_half_even(static_cast<double>(length) / static_cast<double>(kRecordSize));
+        const auto most = static_cast<std::int64_t>(kMostRecords);
+        count = static_cast<std::int16_t>(std::min(rounded, most));
+        // A rounded count never exceeds the records that were begun. It may leave out the last of
+        // them, a piece of a record: the tables show it, no lookup finds it.
         const auto known = static_cast<std::size_t>(count);
         first.reserve(known);
-        for (std::size_t row = 0; row < rows; ++row) {
-            // The spare slot may hold a piece of a record: the tables show it, no lookup finds it.
-            if (row < known) first.emplace(identity(row), static_cast<std::uint32_t>(row));
-            if (kModbus.in(record(row)).front() != 'N') {
-                modbus.push_back(static_cast<std::uint32_t>(row));
-            }
+        for (std::size_t row = 0; row < known; ++row) {
+            first.emplace(identities[row], static_cast<std::uint32_t>(row));
         }
     }
 };
@@ -190,19 +196,11 @@ Store::~Store() = default;
 Store::Store(Store&&) noexcept = default;
 Store& Store::operator=(Store&&) noexcept = default;
 
-void Store::load(std::string bytes) {
+void Store::load(std::string_view bytes) {
     data_ = std::make_unique<Data>();
-    const std::size_t length = bytes.size();
-    const std::int64_t rounded =
-        base::round_half_even(static_cast<double>(length) / static_cast<double>(kRecordSize));
-    constexpr std::int64_t kMost = std::numeric_limits<std::int16_t>::max();
-    data_->count = static_cast<std::int16_t>(std::min(rounded, kMost));
-    // There is one slot more than the count, and reading goes on until the file ends.
-    const std::size_t slots = static_cast<std::size_t>(data_->count) + 1;
-    data_->rows = std::min(slots, (length + kRecordSize - 1) / kRecordSize);
-    data_->bytes = std::move(bytes);
-    data_->bytes.resize(data_->rows * kRecordSize, '\0');
-    data_->index();
+    data_->reserve(bytes.size());
+    data_->add(bytes);
+    data_->finish();
 }
 
 bool Store::open_dat(const std::filesystem::path& folder) {
@@ -210,9 +208,15 @@ bool Store::open_dat(const std::filesystem::path& folder) {
     std::optional<std::filesystem::path> file = existing(folder, kReducedFile);
     if (!file) file = existing(folder, kAllItemsFile);
     if (!file) return false;
-    std::optional<std::string> bytes = base::read_file(*file);
-    if (!bytes) return false;
-    load(std::move(*bytes));
+    auto fresh = std::make_unique<Data>();
+    std::error_code unknown;  // of a length: then it grows as it is read
+    const std::uintmax_t length = std::filesystem::file_size(*file, unknown);
+    if (!unknown) fresh->reserve(length);
+    if (!base::read_pieces(*file, kPiece, [&](std::string_view piece) { fresh->add(piece); })) {
+        return false;
+    }
+    fresh->finish();
+    data_ = std::move(fresh);
     return true;
 }
 
@@ -224,36 +228,41 @@ std::int16_t Store::count() const {
     return data_->count;
 }
 
+std::optional<std::size_t> Store::find(Identity identity) const {
+    const auto found = data_->first.find(identity);
+    if (found == data_->first.end()) return std::nullopt;
+    return found->second;
+}
+
 ObjectRecord Store::get_record(Identity identity) const {
-    const std::optional<std::size_t> row = data_->find(identity);
+    const std::optional<std::size_t> row = find(identity);
     if (!row) return blank_record();
-    const std::string_view bytes = data_->record(*row);
+    const auto field = [&](Field which) { return data_->records.field(*row, which); };
     ObjectRecord record;
     record.key = identity;
-    record.type = fitted(short_type(up_to_nul(kType.in(bytes))), 6);
-    record.name_ch = fitted(up_to_nul(kNameChinese.in(bytes)), 64);
-    record.name_en = fitted(up_to_nul(kNameEnglish.in(bytes)), 64);
-    record.formula = fitted(up_to_nul(kFormula.in(bytes)), 256);
-    record.attr = fitted(up_to_nul(kAttribute.in(bytes)), 8);
-    record.list_en = fitted(item_list(kCommentEnglish.in(bytes)), 768);
-    record.list_ch = fitted(item_list(kCommentChinese.in(bytes)), 768);
+    record.type = base::gbk_to_utf8_field(short_type_of(field(Field::kType)), 6);
+    record.name_ch = cut_at_nul(field(Field::kNameChinese), 64);
+    record.name_en = cut_at_nul(field(Field::kNameEnglish), 64);
+    record.formula = cut_at_nul(field(Field::kFormula), 256);
+    record.attr = cut_at_nul(field(Field::kAttribute), 8);
+    record.list_en = item_list(field(Field::kCommentEnglish), 768);
+    record.list_ch = item_list(field(Field::kCommentChinese), 768);
     return record;
 }
 
 std::string Store::comment(Identity identity, bool english) const {
-    const std::optional<std::size_t> row = data_->find(identity);
+    const std::optional<std::size_t> row = find(identity);
     if (!row) return {};
-    const Field& field = english ? kCommentEnglish : kCommentChinese;
-    return cell(data_->record(*row), {field});
+    return cell(data_->records, *row, {english ? Field::kCommentEnglish : Field::kCommentChinese});
 }
 
 std::size_t Store::dictionary_rows() const {
-    return data_->rows;
+    return data_->records.rows();
 }
 
 std::string Store::dictionary_cell(std::size_t row, std::size_t column) const {
-    if (row >= data_->rows || column >= kDictionaryColumns.size()) return {};
-    return cell(data_->record(row), kDictionaryColumns[column]);
+    if (row >= dictionary_rows() || column >= kDictionaryColumns.size()) return {};
+    return cell(data_->records, row, kDictionaryColumns[column]);
 }
 
 std::size_t Store::modbus_rows() const {
@@ -261,12 +270,12 @@ std::size_t Store::modbus_rows() const {
 }
 
 std::string Store::modbus_cell(std::size_t row, std::size_t column) const {
-    if (row >= data_->modbus.size() || column >= kModbusColumns.size()) return {};
-    return cell(data_->record(data_->modbus[row]), kModbusColumns[column]);
+    if (row >= modbus_rows() || column >= kModbusColumns.size()) return {};
+    return cell(data_->records, data_->modbus[row], kModbusColumns[column]);
 }
 
 Identity Store::row_identity(std::size_t row) const {
-    return row < data_->rows ? data_->identity(row) : 0;
+    return row < data_->identities.size() ? data_->identities[row] : 0;
 }
 
 }  // namespace servo::dictionary

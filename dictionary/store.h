@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,14 +21,14 @@ enum class Variant : std::uint8_t { kAllItems = 0, kReduced = 1 };
 
 // Widths in characters. Shorter values are filled with blanks, longer ones cut.
 struct ObjectRecord {
-    Identity key = 0;      // 0 when nothing was found
-    std::string type;      // 6, short type name; blank when the word is none of the table
-    std::string name_ch;   // 64
-    std::string name_en;   // 64
-    std::string formula;   // 256, lines separated by LF
-    std::string attr;      // 8
-    std::string list_en;   // 768, the comment from its first "|" on; blank without one
-    std::string list_ch;   // 768
+    Identity key = 0;     // 0 when nothing was found
+    std::string type;     // 6, short type name; blank when the word is none of the table
+    std::string name_ch;  // 64
+    std::string name_en;  // 64
+    std::string formula;  // 256, lines separated by LF
+    std::string attr;     // 8
+    std::string list_en;  // 768, the comment from its first "|" on; blank without one
+    std::string list_ch;  // 768
 };
 
 // Cuts blanks, NULs and LFs off the end of a text of code-page bytes. The byte at position 0 is not
@@ -45,26 +46,32 @@ class Store {
     Store& operator=(Store&&) noexcept;
 
     // Loads Servo.dat, else qorlan.dat, of the folder. False when neither is there; the store is
-    // then empty. The number of records is the length over 8554, rounded with halves to even, and
-    // reading stops at the end of the file.
+    // then empty. The number of records is the length over 8554, rounded with halves to even (at
+    // most 32,767). Every record that the file begins is read, what its end cuts off is NUL; a
+    // piece too small to count shows in the tables and is found by no lookup.
     bool open_dat(const std::filesystem::path& folder);
 
     // The same from bytes in memory.
-    void load(std::string bytes);
+    void load(std::string_view bytes);
 
     // The variant by the files of a folder: reduced when Servo.dat is there.
     static Variant variant_of(const std::filesystem::path& folder);
 
     std::int16_t count() const;
 
-    // First record of that identity in file order. Constant time.
+    // Row of the first record of that identity in file order, nothing when there is none. Constant
+    // time.
+    std::optional<std::size_t> find(Identity identity) const;
+
+    // That record's fields; key 0 and all blank when there is none.
     ObjectRecord get_record(Identity identity) const;
 
     // Whole comments (UTF-8, trimmed), for the help pane.
     std::string comment(Identity identity, bool english) const;
 
-    // The table of the dictionary browser: nine cells a row (index, sub, name zh, name en, attribute,
-    // type, comment zh, comment en, formula), without the header row. Cells are made when asked for.
+    // The table of the dictionary browser: nine cells a row (index, sub, name zh, name en,
+    // attribute, type, comment zh, comment en, formula), without the header row. Cells are made
+    // when asked for.
     std::size_t dictionary_rows() const;
     std::string dictionary_cell(std::size_t row, std::size_t column) const;
 

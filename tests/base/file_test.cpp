@@ -19,15 +19,15 @@ mode_t mode_of(const fs::path& file) {
     return ::stat(file.c_str(), &about) == 0 ? about.st_mode & 07777 : 0;
 }
 
-std::vector<std::string> lines_of(std::string_view text) {
-    std::vector<std::string> lines;
+using Lines = std::vector<std::string>;
+
+Lines lines_of(std::string_view text) {
+    Lines lines;
     LineReader reader(text);
     while (const auto line = reader.next())
         lines.emplace_back(*line);
     return lines;
 }
-
-using Lines = std::vector<std::string>;
 
 TEST(ReadFile, GivesBytesAsTheyStand) {
     const TempFolder folder;
@@ -54,6 +54,30 @@ TEST(ReadFile, NothingWhenMissingOrAFolder) {
     const TempFolder folder;
     EXPECT_FALSE(read_file(folder / "none"));
     EXPECT_FALSE(read_file(folder.path()));
+}
+
+TEST(ReadPieces, GivesFullPiecesAndAShorterLastOne) {
+    const TempFolder folder;
+    folder.put("f", "abcdefgh");
+    Lines pieces;
+    const auto take = [&](std::string_view piece) { pieces.emplace_back(piece); };
+    EXPECT_TRUE(read_pieces(folder / "f", 3, take));
+    EXPECT_EQ(pieces, (Lines{"abc", "def", "gh"}));
+    pieces.clear();
+    EXPECT_TRUE(read_pieces(folder / "f", 4, take));
+    EXPECT_EQ(pieces, (Lines{"abcd", "efgh"}));
+    pieces.clear();
+    EXPECT_TRUE(read_pieces(folder / "f", 100, take));
+    EXPECT_EQ(pieces, (Lines{"abcdefgh"}));
+}
+
+TEST(ReadPieces, GivesNoneOfAnEmptyOrMissingFile) {
+    const TempFolder folder;
+    folder.put("f", "");
+    const auto take = [](std::string_view) { FAIL(); };
+    EXPECT_TRUE(read_pieces(folder / "f", 3, take));
+    EXPECT_FALSE(read_pieces(folder / "none", 3, take));
+    EXPECT_FALSE(read_pieces(folder.path(), 3, take));
 }
 
 TEST(WriteFile, MakesANewFile) {

@@ -53,6 +53,20 @@ TEST(Gbk, TextAfterABadByteIsStillRead) {
     EXPECT_EQ(gbk_to_utf8("\xFF\xCB\xD9"), std::string(kUnknown) + "速");
 }
 
+TEST(GbkField, IsFilledWithBlanksToItsWidthInCharacters) {
+    EXPECT_EQ(gbk_to_utf8_field("\xCB\xD9\xB6\xC8", 5), "速度   ");
+    EXPECT_EQ(gbk_to_utf8_field("ab", 4), "ab  ");
+    EXPECT_EQ(gbk_to_utf8_field("", 3), "   ");
+    EXPECT_EQ(gbk_to_utf8_field("ab", 0), "");
+}
+
+TEST(GbkField, IsCutToItsWidthInCharacters) {
+    EXPECT_EQ(gbk_to_utf8_field("abcdef", 4), "abcd");
+    EXPECT_EQ(gbk_to_utf8_field("\xCB\xD9\xB6\xC8", 1), "速");
+    EXPECT_EQ(gbk_to_utf8_field("a\xCB\xD9\xB6\xC8", 2), "a速");
+    EXPECT_EQ(gbk_to_utf8_field("\xFF\xFF", 1), kUnknown);
+}
+
 TEST(Gbk, CharactersOutsideTheCodePageBecomeQuestionMarks) {
     EXPECT_EQ(utf8_to_gbk("a😀b"), "a?b");
     EXPECT_EQ(utf8_to_gbk("\uFFFD"), "?");
@@ -116,6 +130,13 @@ RC_GTEST_PROP(Gbk, AnyBytesGiveWholeUtf8OfTheSameLengthOrLess, (const std::strin
     const std::string back = utf8_to_gbk(text);
     RC_ASSERT(utf8_to_gbk(gbk_to_utf8(back)) == back);
     RC_ASSERT(back.size() == bytes.size());
+}
+
+RC_GTEST_PROP(GbkField, IsTheConvertedTextFilledOrCut, (const std::string& bytes, std::uint8_t n)) {
+    const std::string text = gbk_to_utf8(bytes);
+    std::string expected(utf8_prefix(text, n));
+    expected.append(n - utf8_length(expected), ' ');
+    RC_ASSERT(gbk_to_utf8_field(bytes, n) == expected);
 }
 
 RC_GTEST_PROP(Gbk, FindAgreesWithTheConvertedText, (std::string bytes, std::uint8_t at)) {

@@ -79,6 +79,17 @@ TEST(OpenDat, FileNamesAreFoundWithoutRegardToCase) {
     EXPECT_EQ(Store::variant_of(folder.path()), Variant::kReduced);
 }
 
+TEST(OpenDat, AFileThatCannotBeReadLeavesTheStoreEmpty) {
+    const TempFolder folder;
+    std::filesystem::create_symlink("/proc/self/mem",
+                                    folder / "Servo.dat");  // opens, reads nothing
+    Store store;
+    store.load(record_bytes("2001", "old"));
+    EXPECT_FALSE(store.open_dat(folder.path()));
+    EXPECT_EQ(store.count(), 0);
+    EXPECT_EQ(store.dictionary_rows(), 0U);
+}
+
 TEST(OpenDat, ASecondLoadStartsFromNothing) {
     const TempFolder folder;
     folder.put("Servo.dat", record_bytes("2001", "first") + record_bytes("2002", "second"));
@@ -111,10 +122,12 @@ TEST(Count, IsTheLengthOverTheRecordRoundedWithHalvesToEven) {
 }
 
 TEST(Count, WhatIsMoreThanItsSixteenBitsHoldIsLeftOut) {
-    // 32,770 records; too large to keep in a repository, cheap to have for a moment.
     constexpr std::size_t kMost = std::numeric_limits<std::int16_t>::max();
+    const TempFolder folder;
+    folder.put("Servo.dat", "");
+    std::filesystem::resize_file(folder / "Servo.dat", (kMost + 3) * kRecordSize);  // no disk taken
     Store store;
-    store.load(std::string((kMost + 3) * kRecordSize, 'N'));
+    ASSERT_TRUE(store.open_dat(folder.path()));
     EXPECT_EQ(store.count(), std::numeric_limits<std::int16_t>::max());
     EXPECT_EQ(store.dictionary_rows(), kMost + 1);
 }

@@ -86,6 +86,14 @@ TEST(GetRecord, ARepeatedIdentityGivesTheFirstRecordInFileOrder) {
     EXPECT_EQ(store.dictionary_cell(2, 3), "Second");
 }
 
+TEST(Find, GivesTheRowOfTheFirstRecord) {
+    const Store store = store_of({RawRecord{}, speed(), speed()});
+    EXPECT_EQ(store.find(0x60FF00), 1U);
+    EXPECT_EQ(store.find(0x200000), 0U);
+    EXPECT_EQ(store.find(0x60FF01), std::nullopt);
+    EXPECT_EQ(Store().find(0), std::nullopt);
+}
+
 TEST(GetRecord, FieldsAreCutAtTheirFirstNul) {
     RawRecord record = speed();
     record.padding = '\0';
