@@ -1,6 +1,8 @@
 #include "params/compiled_formula_program.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -10,19 +12,30 @@ namespace servo::params {
 
 namespace {
 
-std::optional<StepKind> step_kind(const Node& node) {
-    // An operation whose result has to be looked at ends a pass, so it is no step.
-    if (node.kind != NodeKind::kCombine || node.checked) return std::nullopt;
-    switch (node.op) {
-        case '*':
-            return StepKind::kMultiply;
-        case '+':
-            return StepKind::kAdd;
-        case '/':
-            return StepKind::kDivide;
-        default:
-            return std::nullopt;
+// An operation whose result has to be looked at ends a pass, so it is none of its steps.
+bool can_be_step(const Node& node) {
+    return node.kind == NodeKind::kCombine && !node.checked && node.op != '^';
+}
+
+// x / 2^n and x * 2^-n are the same number, rounded alike, and the product is several times faster.
+// Other divisors stay divisors.
+void fill_step(Steps& steps, std::size_t place, const Node& node) {
+    const double constant = node.right.is_known() ? node.right.constant : node.left.constant;
+    steps.kinds[place] = node.op == '*'   ? StepKind::kMultiply
+                         : node.op == '/' ? StepKind::kDivide
+                                          : StepKind::kAdd;
+    steps.constants[place] = constant;
+    int exponent = 0;
+    const bool is_power_of_two = std::fabs(std::frexp(constant, &exponent)) == 0.5;
+    if (node.op == '/' && is_power_of_two && std::abs(exponent) < 1000) {
+        steps.kinds[place] = StepKind::kMultiply;
+        steps.constants[place] = 1 / constant;
     }
+}
+
+// Times one and divided by one.
+bool changes_nothing(const Node& node) {
+    return (node.op == '*' || node.op == '/') && node.right.is_known() && node.right.constant == 1;
 }
 
 // Turns operations into instructions, each working in place on a buffer that nobody else needs any
@@ -56,7 +69,7 @@ class Lowering {
     // The operand of a step that is not known; no value when the node is no step with a constant.
     std::optional<int> base_of_step(int node) const {
         const Node& step = nodes_[index(node)];
-        if (!step_kind(step)) return std::nullopt;
+        if (!can_be_step(step)) return std::nullopt;
         if (step.right.is_known()) return step.left.node;
         // A sum and a product are the same bits from either side; a quotient is not.
         if (step.left.is_known() && step.op != '/') return step.right.node;
@@ -111,7 +124,7 @@ class Lowering {
         if (node.left.is_known()) {
             const std::uint8_t target = take(node.right.node);
             if (node.op == '*' || node.op == '+') {
-                emit_step(node, node.left.constant, target);
+                emit_step(node, target);
             } else {
                 Instruction& combine = emit(Operation::kFromLeft, target);
                 combine.op = node.op;
@@ -137,18 +150,15 @@ class Lowering {
             power.constant = node.right.constant;
             power.checked = node.checked;
         } else {
-            emit_step(node, node.right.constant, target);
+            emit_step(node, target);
         }
         return target;
     }
 
     // A single step whose result has to be looked at.
-    void emit_step(const Node& node, double constant, std::uint8_t target) {
+    void emit_step(const Node& node, std::uint8_t target) {
         Instruction& single = emit(Operation::kSteps, target);
-        single.steps.kinds[0] = node.op == '*'   ? StepKind::kMultiply
-                                : node.op == '/' ? StepKind::kDivide
-                                                 : StepKind::kAdd;
-        single.steps.constants[0] = constant;
+        fill_step(single.steps, 0, node);
         single.checked = node.checked;
     }
 
@@ -158,7 +168,7 @@ class Lowering {
         int node = last;
         for (auto base = base_of_step(node); base; base = base_of_step(node)) {
             if (node != last && (uses_[index(node)] > 1 || buffer_of_[index(node)] != kNone)) break;
-            chain.push_back(node);
+            if (!changes_nothing(nodes_[index(node)])) chain.push_back(node);
             node = *base;
         }
         std::reverse(chain.begin(), chain.end());
@@ -172,10 +182,7 @@ class Lowering {
 
     std::size_t fill(Instruction& instruction, const std::vector<int>& chain, std::size_t done) {
         for (std::size_t i = 0; i < Steps::kMost && done < chain.size(); ++i, ++done) {
-            const Node& node = nodes_[index(chain[done])];
-            instruction.steps.kinds[i] = *step_kind(node);
-            instruction.steps.constants[i] =
-                node.right.is_known() ? node.right.constant : node.left.constant;
+            fill_step(instruction.steps, i, nodes_[index(chain[done])]);
         }
         return done;
     }
