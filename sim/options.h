@@ -14,21 +14,24 @@
 
 namespace servo::sim {
 
-// What happens to frames that the drive sends. Probabilities are for each frame, drawn from the
-// seeded generator in the order in which they stand here; `mute` and `abort` name objects.
+// What happens to frames that the drive sends. Probabilities are for each frame and are drawn in
+// the order in which they stand here, so that one more fault turned on does not shift the others.
 struct LineFaults {
-    double drop = 0.0;     // the frame is never sent
-    double foreign = 0.0;  // the frame carries another station's ID, with a right checksum
-    double corrupt = 0.0;  // one bit of the frame is flipped
-    double doubled = 0.0;  // the frame is sent twice
+    double drop = 0.0;                        // the frame is never sent
+    double foreign = 0.0;                     // another station's ID, with a right checksum
+    double corrupt = 0.0;                     // one to three bytes are changed to other values
+    double doubled = 0.0;                     // the frame is sent twice
+    double lose = 0.0;                        // one byte of the frame is missing
+    double stutter = 0.0;                     // one byte of the frame is sent twice
     std::chrono::milliseconds delay{0};       // every answer is that much later
     bool silent = false;                      // requests are executed, nothing is answered
     std::vector<dictionary::Identity> abort;  // every access is refused
     std::vector<dictionary::Identity> mute;   // executed, never answered
 };
 
-// One object's own factory value, in place of the one of the data. A number (decimal, or
-// hexadecimal behind "0x"), or the text of a string object.
+// One object's own factory value, in place of the one of the data; at the first power-up it also
+// goes before a stored value. A number (decimal, or hexadecimal behind "0x"), or the text of a
+// string object.
 struct Setting {
     dictionary::Identity object = 0;
     std::string value;
@@ -36,15 +39,16 @@ struct Setting {
 
 struct Options {
     std::uint8_t id = 127;       // communication ID, the first byte of every frame
-    std::uint32_t baud = 38400;  // line rate: the silence that ends a broken frame follows from it
+    std::uint32_t baud = 38400;  // line rate: the spacing of answers, and the silence that ends a
+                                 // broken frame
     std::chrono::microseconds turnaround{300};  // from a request's last byte to its execution
     std::uint64_t seed = 1;                     // of line faults and of noise on live values
-    std::filesystem::path data;                 // the folder that holds sim/values.tsv; empty: none
-    std::string values;  // text of a value table, used in place of the file when not empty
+    std::filesystem::path data;  // the folder that holds sim/values.tsv; empty: no table
+    std::string values;          // text of a value table, in place of the file if not empty
     std::filesystem::path
-        state_file;            // non-volatile memory between runs; empty: kept in the object only
+        state_file;            // non-volatile memory between runs; empty: in the object only
     bool bootloader = false;   // power up in the bootloader
-    std::uint16_t fault1 = 0;  // fault bits that stand from power-up on and can't be reset
+    std::uint16_t fault1 = 0;  // fault bits that are raised at every power-up
     std::uint16_t fault2 = 0;
     LineFaults faults;
     std::vector<Setting> settings;

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+namespace servo::sim {
+
+// Counted since the drive was made; a restart does not clear them.
+struct Statistics {
+    std::uint64_t frames = 0;        // good frames for this drive
+    std::uint64_t bad_checksum = 0;  // ten bytes with a wrong sum
+    std::uint64_t foreign = 0;       // good frames for another ID
+    std::uint64_t broken = 0;        // incomplete frames ended by silence
+    std::uint64_t overruns = 0;      // good frames lost because the request queue was full
+    std::uint64_t answers = 0;       // answers made, before any fault of the line
+    std::uint64_t aborts = 0;        // of these, refusals
+    std::uint64_t dropped = 0;       // answers not sent: dropped, mute or silent
+    std::uint64_t foreign_sent = 0;
+    std::uint64_t corrupted = 0;
+    std::uint64_t unseen = 0;  // of these, frames whose sum is right all the same
+    std::uint64_t doubled = 0;
+    std::uint64_t lost_bytes = 0;
+    std::uint64_t doubled_bytes = 0;
+};
+
+}  // namespace servo::sim
