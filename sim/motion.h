@@ -1,0 +1,145 @@
+// Everything that turns: the state machine, the modes and the axis, stepped at 16 kHz, and the
+// objects that steer and show them.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <unordered_map>
+
+#include "sim/fault_history.h"
+#include "sim/model/axis.h"
+#include "sim/modes.h"
+#include "sim/motion_parameters.h"
+#include "sim/object_table.h"
+#include "sim/state_machine.h"
+#include "sim/subsystem.h"
+#include "sim/supervision.h"
+
+namespace servo::sim {
+
+class Motion : public Subsystem {
+  public:
+    Motion(ObjectTable& table, Supervision& supervision, FaultHistory& history);
+
+    void power_up();
+    // The inverter goes off; the shaft runs on by itself.
+    void power_down();
+
+    void run_to(std::chrono::microseconds now);
+
+    // Fault bits from elsewhere.
+    void raise(std::uint16_t word1, std::uint16_t word2);
+
+    void set_load_torque(double newton_metres);
+
+    const Axis& axis() const { return axis_; }
+    const MotorData& motor() const { return motor_; }
+    const MotionParameters& parameters() const { return parameters_; }
+    DriveState state() const { return state_; }
+    double seconds_enabled() const { return static_cast<double>(enabled_steps_) * kStepSeconds; }
+    double seconds_running() const {
+        return static_cast<double>(step_ - power_up_step_) * kStepSeconds;
+    }
+    // Part of the time for which the brake chopper is on.
+    double brake_duty() const { return brake_duty_; }
+
+    void refresh(Object& object) override;
+    Abort accept(const Object& object, std::int64_t value) override;
+    void written(Object& object) override;
+
+  private:
+    using Getter = double (*)(const Motion&);
+    struct Stop {
+        double deceleration = 0.0;
+        DriveState then = DriveState::kSwitchOnDisabled;
+        int patience = 0;  // steps to wait for the shaft once the demand is at rest
+    };
+
+    // Steps.
+    void configure();
+    void step();
+    SetPoint set_point();
+    SetPoint stop_step();
+    void watch();
+    void slow_watch(double seconds);
+    bool quiet() const;
+
+    // States.
+    void control(std::uint16_t word);
+    void command(Command command);
+    void leave_enabled(DriveState next);
+    void quick_stop();
+    void set_state(DriveState next);
+    void begin_stop(double deceleration, DriveState then);
+    void react(Reaction reaction);
+    bool reset_faults();
+    void note_fault();
+
+    // Targets.
+    void new_set_point(std::uint16_t word);
+    void start_homing();
+    void define_position(std::int64_t position);
+    bool target_reached() const;
+    bool zero_speed() const;
+    std::uint16_t status_word() const;
+    std::uint16_t mode_bits() const;
+
+    // Objects.
+    void show(dictionary::Identity id, Type type, Getter getter);
+    void show_position();
+    void show_speed();
+    void show_torque();
+    void show_state();
+    void keep_greatest();
+
+    double speed_raw(double counts_per_second) const;
+    double current_raw(double amperes) const;
+    double torque_raw(double amperes) const;
+    double rpm(double counts_per_second) const;
+
+    ObjectTable& table_;
+    Supervision& supervision_;
+    FaultHistory& history_;
+    MotionParameters parameters_;
+    std::unordered_map<dictionary::Identity, Getter> getters_;
+    MotorData motor_;
+    Targets targets_;
+    Axis axis_;
+    Modes modes_;
+
+    DriveState state_ = DriveState::kSwitchOnDisabled;
+    std::uint16_t control_word_ = 0;
+    std::optional<Stop> stop_;
+    bool halted_ = false;
+    bool target_taken_ = false;
+    bool homed_ = false;
+    bool homing_failed_ = false;
+    double load_torque_ = 0.0;
+    bool disturbed_ = true;  // something changed that may set a shaft at rest in motion
+
+    std::int64_t step_ = 0;
+    std::int64_t power_up_step_ = 0;
+    std::int64_t enabled_steps_ = 0;
+    std::int64_t last_look_ = 0;
+    std::uint64_t changes_seen_ = 0;
+    // How long, in steps, a condition has lasted.
+    std::int64_t in_window_ = 0;
+    std::int64_t in_speed_window_ = 0;
+    std::int64_t slow_ = 0;
+    std::int64_t too_far_ = 0;
+    double brake_duty_ = 0.0;
+
+    Object& moves_;
+    Object& greatest_error_;
+    Object& greatest_speed_;
+    Object& greatest_current_;
+    Object& greatest_bus_;
+    Object& least_bus_;
+    Object& bus_full_scale_;
+    Object& bus_reading_;
+    Object& operating_minutes_;
+};
+
+}  // namespace servo::sim

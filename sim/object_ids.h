@@ -1,0 +1,204 @@
+// Objects that a part of the drive stands behind: index and sub-index.
+#pragma once
+
+#include "dictionary/keys.h"
+
+namespace servo::sim::ids {
+
+using dictionary::Identity;
+
+// Service.
+inline constexpr Identity kErrorRegister = 0x100100;
+inline constexpr Identity kStatusRegister = 0x100200;
+inline constexpr Identity kErrorField = 0x100300;         // :00 count, :01 the newest
+inline constexpr Identity kStoreParameters = 0x101000;    // :01 to :04
+inline constexpr Identity kRestoreParameters = 0x101100;  // :01 to :04
+inline constexpr Identity kSerialBaud = 0x2FE200;         // divider
+inline constexpr Identity kSerialId = 0x2FE300;
+inline constexpr Identity kReplyDelay = 0x2FE400;  // 100 us
+inline constexpr Identity kReceiveErrors = 0x2FEA00;
+inline constexpr Identity kControlParameters = 0x2FF001;
+inline constexpr Identity kCommunicationParameters = 0x2FF002;
+inline constexpr Identity kMotorParameters = 0x2FF003;
+inline constexpr Identity kStorageState = 0x2FF004;
+inline constexpr Identity kUnsavedChanges = 0x2FF100;
+inline constexpr Identity kOperatingMinutes = 0x2FF200;
+inline constexpr Identity kEnabledMinutes = 0x2FF300;
+inline constexpr Identity kSecondsSincePowerUp = 0x2FF500;
+inline constexpr Identity kEnableAtPowerUp = 0x2FFB00;
+inline constexpr Identity kStateInWords = 0x2FFE00;
+inline constexpr Identity kRestart = 0x2FFF00;
+
+// Faults.
+inline constexpr Identity kFaultWord1 = 0x260100;
+inline constexpr Identity kFaultWord2 = 0x260200;
+inline constexpr Identity kExtendedFaults = 0x260300;
+inline constexpr Identity kWarnings = 0x260400;
+inline constexpr Identity kFaultMask1 = 0x260501;
+inline constexpr Identity kFaultRamp1 = 0x260502;
+inline constexpr Identity kFaultSelfReset1 = 0x260503;
+inline constexpr Identity kFaultMask2 = 0x260504;
+inline constexpr Identity kFaultRamp2 = 0x260505;
+inline constexpr Identity kFaultSelfReset2 = 0x260506;
+inline constexpr Identity kFaultReset = 0x260600;
+inline constexpr Identity kHistoryCount = 0x260700;
+inline constexpr Identity kHistoryClear = 0x260800;
+inline constexpr Identity kFaultsInAll = 0x260900;
+inline constexpr Identity kHistory = 0x261000;  // 2610 to 2617, the newest first
+
+// Device control.
+inline constexpr Identity kErrorCode = 0x603F00;
+inline constexpr Identity kControlWord = 0x604000;
+inline constexpr Identity kStatusWord = 0x604100;
+inline constexpr Identity kQuickStopOption = 0x605A00;
+inline constexpr Identity kShutdownOption = 0x605B00;
+inline constexpr Identity kDisableOption = 0x605C00;
+inline constexpr Identity kHaltOption = 0x605D00;
+inline constexpr Identity kFaultOption = 0x605E00;
+inline constexpr Identity kMode = 0x606000;
+inline constexpr Identity kModeDisplay = 0x606100;
+
+// Position.
+inline constexpr Identity kPositionDemand = 0x606200;
+inline constexpr Identity kPositionCounts = 0x606300;
+inline constexpr Identity kPosition = 0x606400;
+inline constexpr Identity kFollowingWindow = 0x606500;
+inline constexpr Identity kFollowingTime = 0x606600;
+inline constexpr Identity kPositionWindow = 0x606700;
+inline constexpr Identity kPositionWindowTime = 0x606800;
+inline constexpr Identity kTargetPosition = 0x607A00;
+inline constexpr Identity kHomeOffset = 0x607C00;
+inline constexpr Identity kLowestPosition = 0x607D01;
+inline constexpr Identity kHighestPosition = 0x607D02;
+inline constexpr Identity kPolarity = 0x607E00;
+inline constexpr Identity kMaxProfileSpeed = 0x607F00;
+inline constexpr Identity kProfileSpeed = 0x608100;
+inline constexpr Identity kAcceleration = 0x608300;
+inline constexpr Identity kDeceleration = 0x608400;
+inline constexpr Identity kQuickStopDeceleration = 0x608500;
+inline constexpr Identity kHomingMethod = 0x609800;
+inline constexpr Identity kInterpolationPosition = 0x60C101;
+inline constexpr Identity kCycleValue = 0x60C201;
+inline constexpr Identity kCycleExponent = 0x60C202;
+inline constexpr Identity kFollowingError = 0x60F400;
+inline constexpr Identity kControlEffort = 0x60FA00;
+inline constexpr Identity kPositionDemandCounts = 0x60FC00;
+inline constexpr Identity kTargetAtOnce = 0x212001;
+inline constexpr Identity kDistanceToGo = 0x212003;
+inline constexpr Identity kPositionInTurn = 0x212004;
+inline constexpr Identity kTurns = 0x212005;
+inline constexpr Identity kClearPosition = 0x212006;
+inline constexpr Identity kMoves = 0x21200A;
+inline constexpr Identity kGreatestFollowingError = 0x21200B;
+inline constexpr Identity kHomingState = 0x215006;
+
+// Velocity.
+inline constexpr Identity kSpeedSensor = 0x606900;
+inline constexpr Identity kSpeedDemand = 0x606B00;
+inline constexpr Identity kSpeed = 0x606C00;
+inline constexpr Identity kSpeedWindow = 0x606D00;
+inline constexpr Identity kSpeedWindowTime = 0x606E00;
+inline constexpr Identity kSpeedThreshold = 0x606F00;
+inline constexpr Identity kSpeedThresholdTime = 0x607000;
+inline constexpr Identity kTargetSpeed = 0x60FF00;
+inline constexpr Identity kOverSpeed = 0x213009;
+inline constexpr Identity kGreatestSpeed = 0x21300C;
+
+// Torque and current.
+inline constexpr Identity kTargetTorque = 0x607100;
+inline constexpr Identity kMaxTorque = 0x607200;
+inline constexpr Identity kMaxCurrent = 0x607300;
+inline constexpr Identity kTorqueDemand = 0x607400;
+inline constexpr Identity kRatedCurrent = 0x607500;
+inline constexpr Identity kRatedTorque = 0x607600;
+inline constexpr Identity kTorque = 0x607700;
+inline constexpr Identity kCurrent = 0x607800;
+inline constexpr Identity kBusMillivolts = 0x607900;
+inline constexpr Identity kTorqueSlope = 0x608700;
+inline constexpr Identity kPositiveTorque = 0x60E000;
+inline constexpr Identity kNegativeTorque = 0x60E100;
+inline constexpr Identity kTorqueSource = 0x214001;
+inline constexpr Identity kTorqueSpeedLimit = 0x214004;
+inline constexpr Identity kGreatestCurrent = 0x214009;
+inline constexpr Identity kEffectiveCurrent = 0x21400A;
+
+// Loops.
+inline constexpr Identity kCurrentKp = 0x60F601;
+inline constexpr Identity kCurrentKi = 0x60F602;
+inline constexpr Identity kCurrentBandwidth = 0x60F603;
+inline constexpr Identity kCurrentGainSource = 0x60F604;
+inline constexpr Identity kTorqueFilter = 0x60F605;
+inline constexpr Identity kTargetCurrent = 0x60F608;
+inline constexpr Identity kCurrentDemand = 0x60F60C;
+inline constexpr Identity kCurrentMeasured = 0x60F60D;
+inline constexpr Identity kPhaseU = 0x60F60F;
+inline constexpr Identity kPhaseV = 0x60F610;
+inline constexpr Identity kOverloadFullScale = 0x60F611;
+inline constexpr Identity kMotorOverload = 0x60F612;
+inline constexpr Identity kBusFullScale = 0x60F613;
+inline constexpr Identity kBusReading = 0x60F614;
+inline constexpr Identity kDriveOverload = 0x60F615;
+inline constexpr Identity kVoltageQ = 0x60F616;
+inline constexpr Identity kElectricalAngle = 0x60F618;
+inline constexpr Identity kVelocityKp = 0x60F901;
+inline constexpr Identity kVelocityKi = 0x60F902;
+inline constexpr Identity kVelocityKiFraction = 0x60F903;
+inline constexpr Identity kIntegralLimit = 0x60F904;
+inline constexpr Identity kSpeedFilter = 0x60F905;
+inline constexpr Identity kSpeedFilterType = 0x60F906;
+inline constexpr Identity kInertiaForward = 0x60F90A;
+inline constexpr Identity kReferenceShare = 0x60F90B;
+inline constexpr Identity kSpeedError = 0x60F90E;
+inline constexpr Identity kIntegral = 0x60F90F;
+inline constexpr Identity kCurrentLimit = 0x60F911;
+inline constexpr Identity kVelocityBandwidth = 0x60F912;
+inline constexpr Identity kSpeedFiltered = 0x60F916;
+inline constexpr Identity kSpeedUnfiltered = 0x60F917;
+inline constexpr Identity kForwardCurrent = 0x60F919;
+inline constexpr Identity kVelocityLoopState = 0x60F91A;
+inline constexpr Identity kPositionKp = 0x60FB01;
+inline constexpr Identity kSpeedForward = 0x60FB02;
+inline constexpr Identity kAccelerationForward = 0x60FB03;
+inline constexpr Identity kPositionLoopLimit = 0x60FB06;
+inline constexpr Identity kFollowingError16 = 0x60FB08;
+inline constexpr Identity kVelocityGainScale = 0x304007;
+
+// Motor and drive.
+inline constexpr Identity kResolution = 0x641003;
+inline constexpr Identity kPolePairs = 0x641004;
+inline constexpr Identity kMotorRatedCurrent = 0x641008;
+inline constexpr Identity kMotorOverloadTime = 0x641009;
+inline constexpr Identity kMotorMaxCurrent = 0x64100A;
+inline constexpr Identity kInductance = 0x64100B;
+inline constexpr Identity kResistance = 0x64100C;
+inline constexpr Identity kVoltageConstant = 0x64100D;
+inline constexpr Identity kTorqueConstant = 0x64100E;
+inline constexpr Identity kRotorInertia = 0x64100F;
+inline constexpr Identity kMotorHot = 0x64101E;
+inline constexpr Identity kMotorWarm = 0x64101F;
+inline constexpr Identity kMotorTemperature = 0x641020;
+inline constexpr Identity kInertiaRatio = 0x641021;
+inline constexpr Identity kDriveRatedCurrent = 0x651002;
+inline constexpr Identity kPeakCurrent = 0x651003;
+inline constexpr Identity kBusHigh = 0x651005;
+inline constexpr Identity kBusLow = 0x651006;
+inline constexpr Identity kBrakeOhm = 0x651007;
+inline constexpr Identity kBrakeWatt = 0x651008;
+inline constexpr Identity kBrakeTime = 0x651009;
+inline constexpr Identity kBrakeLevel = 0x65100A;
+inline constexpr Identity kDriveTemperature = 0x65100B;
+inline constexpr Identity kSerialProtocol = 0x65100C;
+inline constexpr Identity kDriveHot = 0x65100D;
+inline constexpr Identity kBrakeLoad = 0x65100F;
+inline constexpr Identity kBrakeDuty = 0x651010;
+inline constexpr Identity kBoardTemperature = 0x651013;
+inline constexpr Identity kLogicMillivolts = 0x651014;
+inline constexpr Identity kGreatestBus = 0x651017;
+inline constexpr Identity kLeastBus = 0x651018;
+inline constexpr Identity kPeakTime = 0x65101B;
+inline constexpr Identity kOutputPower = 0x65101C;
+inline constexpr Identity kProcessorLoad = 0x2FFA00;
+inline constexpr Identity kAnalogVoltage1 = 0x203004;
+inline constexpr Identity kAnalogVoltage2 = 0x203104;
+
+}  // namespace servo::sim::ids
