@@ -20,6 +20,7 @@
 #include "dictionary/keys.h"
 #include "dictionary/store.h"
 #include "sim/options.h"
+#include "sim/statistics.h"
 
 namespace servo::sim {
 
@@ -28,21 +29,6 @@ namespace servo::sim {
 struct Transmission {
     std::chrono::microseconds at{0};
     std::vector<std::uint8_t> bytes;
-};
-
-// Counted since the drive was made; a restart does not clear them.
-struct Statistics {
-    std::uint64_t frames = 0;        // good frames for this drive
-    std::uint64_t bad_checksum = 0;  // ten bytes with a wrong sum
-    std::uint64_t foreign = 0;       // good frames for another ID
-    std::uint64_t broken = 0;        // incomplete frames ended by silence
-    std::uint64_t overruns = 0;      // good frames lost because the request queue was full
-    std::uint64_t answers = 0;       // answers made, before any fault of the line
-    std::uint64_t aborts = 0;        // of these, refusals
-    std::uint64_t dropped = 0;       // faults done to answers
-    std::uint64_t foreign_sent = 0;
-    std::uint64_t corrupted = 0;
-    std::uint64_t doubled = 0;
 };
 
 class Drive {
@@ -79,7 +65,8 @@ class Drive {
     std::optional<std::string> text(dictionary::Identity object);
     bool set_text(dictionary::Identity object, std::string_view text);
 
-    // Raises fault bits now, as their cause would. They are latched until a fault reset.
+    // Raises fault bits now, as a cause that comes and goes would: masked bits are not seen, the
+    // others are latched until a fault reset.
     void provoke_fault(std::uint16_t word1, std::uint16_t word2 = 0);
 
     // Torque of the machine against the motor, in Nm; stays until the next call.
@@ -88,6 +75,9 @@ class Drive {
     // Supply off and on again: everything that was not stored is lost, the drive is silent while it
     // starts. Requests and answers under way are lost.
     void power_cycle();
+
+    // What was wrong with the value table and the settings; such lines are left out.
+    const std::vector<std::string>& complaints() const;
 
     // May be changed at any time.
     LineFaults& faults();
