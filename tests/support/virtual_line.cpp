@@ -88,6 +88,7 @@ void VirtualPort::close() {
 std::size_t VirtualPort::read(std::span<std::uint8_t> into) {
     const std::size_t count = std::min(into.size(), in_.size());
     std::copy_n(in_.begin(), count, into.begin());
+    last_read.assign(into.begin(), into.begin() + static_cast<std::ptrdiff_t>(count));
     in_.erase(in_.begin(), in_.begin() + static_cast<std::ptrdiff_t>(count));
     return count;
 }

@@ -86,6 +86,7 @@ class VirtualPort final : public link::Port {
     int baud = 0;                     // of the last successful open
     std::vector<std::uint8_t> written;
     bool record = false;  // whether `written` is kept
+    std::vector<std::uint8_t> last_read;  // what the last read() took
 
   private:
     VirtualLine& line_;
