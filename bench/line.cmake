@@ -1,0 +1,5 @@
+if(SERVO_QT)
+    servo_bench(line SOURCES bench_line.cpp LINKS servo_link_qt Qt6::Core)
+    target_include_directories(bench_line PRIVATE ${CMAKE_SOURCE_DIR})
+    add_dependencies(bench_line drive-sim servo-workstation data_tree)
+endif()
