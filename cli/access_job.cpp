@@ -88,8 +88,9 @@ link::Received AccessJob::receive_frame(link::Engine& engine, const link::Payloa
     }
     if (command >> 4 != 4 || command == link::kRead) return link::Received::kIgnored;
     if (command == link::kAnswerSegmented && decoder_ == 0) {
-        // A second copy of this answer changes nothing while no segment has come.
-        if (!reply_.bytes.empty()) return link::Received::kIgnored;
+        // To a second copy of this answer no second request may follow: the drive would go on to
+        // the next segment.
+        if (answered_string_) return link::Received::kIgnored;
         answered_string_ = true;
         engine.state.str_read_step = 1;
         ask(engine);
@@ -98,7 +99,8 @@ link::Received AccessJob::receive_frame(link::Engine& engine, const link::Payloa
     if (decoder_ != 0) {
         reply_.number = link::reply_value(payload, decoder_);
     } else {
-        // A text of up to four characters may come at once; the unused bytes are told in the command.
+        // A text of up to four characters may come at once; the unused bytes are told in the
+        // command.
         const std::size_t count = 4U - ((command & 1U) != 0 ? (command >> 2U & 3U) : 0U);
         reply_.bytes.assign(payload.begin() + 4,
                             payload.begin() + 4 + static_cast<std::ptrdiff_t>(count));

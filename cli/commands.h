@@ -1,6 +1,8 @@
 // The commands. Each prints its results and gives the status of the program.
 #pragma once
 
+#include <iosfwd>
+
 #include "cli/exit_status.h"
 #include "cli/link_session.h"
 #include "cli/options.h"
@@ -42,5 +44,8 @@ ExitStatus run_watch(const Options& options, const std::vector<Target>& targets,
 
 // Word (1 or 2), bit mask, text: one row for each fault.
 ExitStatus run_faults(const Options& options, LinkSession& session, const Output& output);
+
+// One answer for each line of the input; with JSON a list of texts.
+ExitStatus run_formula(const Options& options, std::istream& in, const Output& output);
 
 }  // namespace servo::cli

@@ -2,9 +2,11 @@
 #include <QCoreApplication>
 #include <csignal>
 #include <cstdio>
+#include <iostream>
 #include <string>
 #include <vector>
 
+#include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/qt_environment.h"
 #include "cli/run.h"
@@ -42,10 +44,13 @@ int main(int argc, char** argv) {
         output.err(line.end.err);
         return static_cast<int>(line.end.status);
     }
+    if (line.options->command == CommandName::kFormula) {
+        std::ios::sync_with_stdio(false);  // else nobody knows whether a request waits
+        return static_cast<int>(run_formula(*line.options, std::cin, output));
+    }
     watch_signals();
     const QCoreApplication application(argc, argv);
-    const std::filesystem::path folder =
-        QCoreApplication::applicationDirPath().toStdString();
+    const std::filesystem::path folder = QCoreApplication::applicationDirPath().toStdString();
     if (line.options->data.empty()) line.options->data = folder;
     QtEnvironment environment(folder, [] { return g_interrupted != 0; });
     return static_cast<int>(run_command(*line.options, environment, output));

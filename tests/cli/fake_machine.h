@@ -1,5 +1,5 @@
-// A machine for the commands: a small dictionary in a folder, a link whose answers stand in a table,
-// and everything printed in two texts.
+// A machine for the commands: a small dictionary in a folder, a link whose answers stand in a
+// table, and everything printed in two texts.
 #pragma once
 
 #include <chrono>
@@ -36,8 +36,7 @@ class FakeSession final : public LinkSession {
         writes.emplace_back(key, value);
         return write_answer;
     }
-    Outcome wait(const std::function<bool()>& condition,
-                 std::chrono::milliseconds limit) override {
+    Outcome wait(const std::function<bool()>& condition, std::chrono::milliseconds limit) override {
         if (condition()) return Outcome::kDone;
         if (accesses_until_ctrl_c-- <= 0) return Outcome::kInterrupted;
         operands_ = known;
