@@ -82,8 +82,8 @@ struct WalkCommand {
 
 inline constexpr int kUntilMilliseconds = 10'000;  // limit of an `until` that names none
 
-// Every command of the text in its order. Never fails as a whole: a line that cannot be read becomes
-// a kBad command, so that it is reported in its place and the others are still played.
+// Every command of the text in its order. Never fails as a whole: a line that cannot be read
+// becomes a kBad command, so that it is reported in its place and the others are still played.
 std::vector<WalkCommand> parse_walk(std::string_view text);
 
 // One line of output or comparison for a text of several: line breaks (CR LF, CR, LF) become "\n".

@@ -1,5 +1,5 @@
-// The parser of walkthrough files: any bytes give a list of commands in the order of their lines, each
-// of them readable or with a reason why not.
+// The parser of walkthrough files: any bytes give a list of commands in the order of their lines,
+// each of them readable or with a reason why not.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
