@@ -48,8 +48,7 @@ std::string type_text(const std::string& word) {
     return name.empty() ? word : std::string(name);
 }
 
-std::optional<std::size_t> find_row(const dictionary::Store& dictionary,
-                                    dictionary::Identity key) {
+std::optional<std::size_t> find_row(const dictionary::Store& dictionary, dictionary::Identity key) {
     for (std::size_t row = 0; row < dictionary.dictionary_rows(); ++row) {
         if (dictionary.row_identity(row) == key) return row;
     }

@@ -17,9 +17,9 @@ std::optional<std::string_view> refused_character(std::string_view text, std::st
     for (std::size_t i = 0; i < text.size();) {
         const std::string_view rest = text.substr(i);
         const std::string_view character = base::utf8_prefix(rest, 1);
-        const bool passes = character.size() == 1 &&
-                            params::key_passes(static_cast<unsigned char>(character[0]),
-                                               text.substr(0, i), unit);
+        const bool passes =
+            character.size() == 1 &&
+            params::key_passes(static_cast<unsigned char>(character[0]), text.substr(0, i), unit);
         if (!passes) return character;
         i += character.size();
     }
@@ -40,9 +40,8 @@ std::optional<WriteRefusal> check_write(const Options& options, const Target& ta
         return WriteRefusal{ExitStatus::kWrongUse,
                             fmt::format("{} can't be written in '{}'", key, target.unit)};
     if (const auto character = refused_character(options.text, target.unit))
-        return WriteRefusal{
-            ExitStatus::kWrongUse,
-            fmt::format("'{}' is no part of a number in {}", *character, target.unit)};
+        return WriteRefusal{ExitStatus::kWrongUse, fmt::format("'{}' is no part of a number in {}",
+                                                               *character, target.unit)};
     return std::nullopt;
 }
 
@@ -62,8 +61,8 @@ ExitStatus run_write(const Options& options, const Target& target, LinkSession& 
     reply.outcome = scaling;
     if (scaling != Outcome::kDone) return report(reply, "", options, output);
 
-    const std::optional<double> value = params::text_to_value(
-        options.text, target.unit, target.row.formula, session.operands());
+    const std::optional<double> value =
+        params::text_to_value(options.text, target.unit, target.row.formula, session.operands());
     const std::optional<std::int32_t> raw =
         value ? params::commit_value(*value) : std::optional<std::int32_t>{};
     if (!raw) {

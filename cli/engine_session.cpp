@@ -69,8 +69,7 @@ Reply EngineSession::finish_access(std::chrono::milliseconds limit) {
     if (outcome == Outcome::kDone) return job_.reply();
     Reply reply;
     const bool silent_line = engine_.counters.frames == frames;
-    reply.outcome =
-        outcome == Outcome::kNoAnswer && silent_line ? Outcome::kLinkLost : outcome;
+    reply.outcome = outcome == Outcome::kNoAnswer && silent_line ? Outcome::kLinkLost : outcome;
     return reply;
 }
 

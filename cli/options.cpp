@@ -34,7 +34,8 @@ std::string check_baud(std::string& text) {
     static const std::vector<std::string> kRates{"4800",  "9600",  "14400", "19200",
                                                  "38400", "56000", "57600", "115200"};
     if (std::find(kRates.begin(), kRates.end(), text) != kRates.end()) return {};
-    return "no such rate: " + text + "; the rates are " + fmt::format("{}", fmt::join(kRates, ", "));
+    return "no such rate: " + text + "; the rates are " +
+           fmt::format("{}", fmt::join(kRates, ", "));
 }
 
 void add_global_options(CLI::App& app, Raw& raw) {

@@ -1,5 +1,5 @@
-// What a command prints: results on standard output as tables of one line a row, fields separated by
-// one tab, or as one JSON value; messages on standard error.
+// What a command prints: results on standard output as tables of one line a row, fields separated
+// by one tab, or as one JSON value; messages on standard error.
 #pragma once
 
 #include <cstdint>

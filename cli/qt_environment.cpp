@@ -47,12 +47,11 @@ std::vector<link::PortDirectory::Entry> QtEnvironment::probe() {
 }
 
 std::string QtEnvironment::start_sim(const Options& options, std::string& error) {
-    const QString program =
-        QString::fromStdString((program_folder_ / "drive-sim").string());
-    const QString line =
-        sim_.start(program, {QStringLiteral("--data"), QString::fromStdString(options.data.string()),
-                             QStringLiteral("--baud"), QString::number(options.baud),
-                             QStringLiteral("--id"), QString::number(options.id)});
+    const QString program = QString::fromStdString((program_folder_ / "drive-sim").string());
+    const QString line = sim_.start(
+        program, {QStringLiteral("--data"), QString::fromStdString(options.data.string()),
+                  QStringLiteral("--baud"), QString::number(options.baud), QStringLiteral("--id"),
+                  QString::number(options.id)});
     if (line.isEmpty()) error = sim_.error().toStdString();
     return line.toStdString();
 }

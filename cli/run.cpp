@@ -6,8 +6,7 @@ namespace servo::cli {
 namespace {
 
 ExitStatus no_dictionary(const Options& options, const Output& output) {
-    output.message("servoctl: no dictionary (Servo.dat or qorlan.dat) in " +
-                   options.data.string());
+    output.message("servoctl: no dictionary (Servo.dat or qorlan.dat) in " + options.data.string());
     return ExitStatus::kFile;
 }
 

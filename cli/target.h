@@ -31,8 +31,8 @@ std::optional<std::vector<Target>> find_targets(const Options& options,
 bool has_way_back(std::string_view unit, std::string_view formula_list);
 
 // Waits until the drive objects that the formulas of these targets refer to have been read, so that
-// no value is shown with a wrong scale. The one operand without which a page shows "?????" is waited
-// for, but not insisted on. On kNoAnswer a message has been printed.
+// no value is shown with a wrong scale. The one operand without which a page shows "?????" is
+// waited for, but not insisted on. On kNoAnswer a message has been printed.
 Outcome wait_for_scaling(const std::vector<Target>& targets, LinkSession& session,
                          std::chrono::milliseconds limit, const Output& output);
 
