@@ -3,6 +3,8 @@
 #include <QAbstractItemView>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOption>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -62,6 +64,12 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
 void TextBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (!comes_back(event->reason())) Q_EMIT focus_lost();
+}
+
+void TextBox::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    QPainter painter(this);
+    paint_outline(painter, rect(), QColor(palette::kAccent));
 }
 
 ListBox::ListBox(QWidget* parent) : QComboBox(parent) {
@@ -125,6 +133,21 @@ void ListBox::focusOutEvent(QFocusEvent* event) {
     QComboBox::focusOutEvent(event);
     // Its own list has the focus while it is open.
     if (!comes_back(event->reason()) && !view()->isVisible()) Q_EMIT focus_lost();
+}
+
+// Like the cell under it, with an arrow: a button in the middle of a grid would look pressed.
+void ListBox::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(palette::kCell));
+    QStyleOption arrow;
+    arrow.initFrom(this);
+    const int side = height() / 2;
+    arrow.rect = QRect(width() - side - kCellPadding / 2, (height() - side) / 2, side, side);
+    style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, &painter, this);
+    painter.setPen(QColor(palette::kText));
+    paint_cell_text(painter, QRect(0, 0, arrow.rect.left() + kCellPadding / 2, height()),
+                    currentText());
+    paint_outline(painter, rect(), QColor(palette::kAccent));
 }
 
 }  // namespace servo::params

@@ -51,8 +51,6 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         case Qt::ForegroundRole:
             return column == kName || column == kValue ? QColor(palette::kText)
                                                        : QColor(palette::kMutedText);
-        case Qt::TextAlignmentRole:
-            return int(Qt::AlignVCenter | (column == kNumber ? Qt::AlignRight : Qt::AlignLeft));
         default:
             return {};
     }
@@ -75,9 +73,6 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || section < 0 || section >= kColumns) return {};
     // The hidden columns have an empty header, which a missing one would not be.
     if (role == Qt::DisplayRole) return to_qt(kHeader.at(static_cast<std::size_t>(section)));
-    if (role == Qt::TextAlignmentRole) {
-        return int(Qt::AlignVCenter | (section == kNumber ? Qt::AlignRight : Qt::AlignLeft));
-    }
     return {};
 }
 

@@ -10,30 +10,56 @@ namespace servo::params {
 
 namespace {
 
+// The number column is a narrow one.
+constexpr int kNumberPadding = 4;
+
 QRect text_rect(const QRect& cell) {
     return cell.adjusted(kCellPadding, 0, -kCellPadding, -1);
 }
 
-// The row number, and the mark of a static row in a place of its own, so that numbers stay in line.
-void paint_number(QPainter& painter, const QRect& place, QString text, const QColor& colour) {
-    QFont bold = painter.font();
-    bold.setBold(true);
-    const int mark = QFontMetrics(bold).horizontalAdvance(QLatin1Char('*'));
-    const QRect number = place.adjusted(-kCellPadding, 0, -mark - 1, 0);
+QFont bold(QFont font) {
+    font.setBold(true);
+    return font;
+}
+
+// Where the mark of a static row stands: a place of its own, so that the numbers stay in line.
+QRect mark_rect(const QRect& cell, const QFont& font) {
+    const int width = QFontMetrics(bold(font)).horizontalAdvance(QLatin1Char('*'));
+    return {cell.right() - kNumberPadding - width + 1, cell.top(), width, cell.height() - 1};
+}
+
+QRect number_rect(const QRect& cell, const QFont& font) {
+    return {cell.topLeft(), QPoint(mark_rect(cell, font).left() - 2, cell.bottom() - 1)};
+}
+
+void paint_number(QPainter& painter, const QRect& cell, QString text) {
     const bool is_static = text.endsWith(QLatin1Char('*'));
     if (is_static) text.chop(1);
-    painter.setPen(colour);
-    painter.drawText(number, Qt::AlignRight | Qt::AlignVCenter, text);
+    const QFont font = painter.font();
+    painter.drawText(number_rect(cell, font), Qt::AlignRight | Qt::AlignVCenter, text);
     if (!is_static) return;
-    painter.setFont(bold);
+    painter.setFont(bold(font));
     painter.setPen(QColor(palette::kAccent));
-    painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("*"));
+    painter.drawText(mark_rect(cell, font), Qt::AlignHCenter | Qt::AlignVCenter,
+                     QStringLiteral("*"));
 }
 
 }  // namespace
 
 int grid_row_height(const QFontMetrics& metrics) {
-    return metrics.height() + metrics.height() / 2 + 2;
+    return metrics.height() + metrics.height() / 2 + 5;
+}
+
+void paint_cell_text(QPainter& painter, const QRect& cell, const QString& text) {
+    const QRect place = text_rect(cell);
+    painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+}
+
+void paint_outline(QPainter& painter, const QRect& rect, const QColor& colour) {
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(colour, kOutline, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(rect.adjusted(1, 1, -1, -1));
 }
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -49,14 +75,11 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->drawLine(cell.bottomLeft(), cell.bottomRight());
 
     const QString text = index.data(Qt::DisplayRole).toString();
-    const auto colour = index.data(Qt::ForegroundRole).value<QColor>();
+    painter->setPen(index.data(Qt::ForegroundRole).value<QColor>());
     if (index.column() == kNumber) {
-        paint_number(*painter, text_rect(cell), text, colour);
+        paint_number(*painter, cell, text);
     } else {
-        const QRect place = text_rect(cell);
-        painter->setPen(colour);
-        painter->drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                          option.fontMetrics.elidedText(text, Qt::ElideRight, place.width()));
+        paint_cell_text(*painter, cell, text);
     }
 
     const QModelIndex current = table != nullptr ? table->currentIndex() : QModelIndex();
@@ -65,10 +88,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (index.row() == current.row() && index.column() == kNumber) {
         painter->fillRect(QRect(cell.left(), cell.top(), 3, cell.height() - 1), accent);
     }
-    if (index == current) {
-        painter->setPen(QPen(accent, 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        painter->drawRect(cell.adjusted(1, 1, -1, -2));
-    }
+    if (index == current) paint_outline(*painter, cell.adjusted(0, 0, 0, -1), accent);
     painter->restore();
 }
 
@@ -86,13 +106,14 @@ QSize GridHeader::sizeHint() const {
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
     painter->save();
     painter->fillRect(rect, QColor(palette::kHeader));
-    QFont bold = font();
-    bold.setBold(true);
-    painter->setFont(bold);
+    painter->setFont(bold(font()));
     painter->setPen(QColor(palette::kMutedText));
-    const int align = model()->headerData(section, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
     const QString text = model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
-    painter->drawText(text_rect(rect), align | Qt::TextSingleLine, text);
+    if (section == kNumber) {
+        painter->drawText(number_rect(rect, font()), Qt::AlignRight | Qt::AlignVCenter, text);
+    } else {
+        paint_cell_text(*painter, rect, text);
+    }
     painter->restore();
 }
 

@@ -8,6 +8,14 @@ namespace servo::params {
 
 inline constexpr int kCellPadding = 8;  // left and right of a cell's text, pixels at 100 %
 
+inline constexpr int kOutline = 2;  // of the current cell and of an open editor
+
+// Text as a cell shows it: one line, padded, cut with an ellipsis.
+void paint_cell_text(QPainter& painter, const QRect& cell, const QString& text);
+
+// Outline inside of a rectangle.
+void paint_outline(QPainter& painter, const QRect& rect, const QColor& colour);
+
 // Height of a row for a font: room for the editors, and for Chinese.
 int grid_row_height(const QFontMetrics& metrics);
 

@@ -208,12 +208,31 @@ void GridTable::changeEvent(QEvent* event) {
 
 void GridTable::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (grid_.rows() > 1) return;
     QPainter painter(viewport());
+    if (grid_.rows() > 1) {
+        paint_row_ends(painter);
+        return;
+    }
     painter.setPen(QColor(palette::kMutedText));
     const std::string_view text = kNoRows.in(grid_.language());
     painter.drawText(viewport()->rect(), Qt::AlignCenter,
                      QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+// Rows run on to the edge, behind the last column, where the scroll bar stands when there is one.
+void GridTable::paint_row_ends(QPainter& painter) {
+    const int left = horizontalHeader()->length();
+    const int right = viewport()->width();
+    if (left >= right) return;
+    for (int row = rowAt(0); row >= 0 && row < model()->rowCount(); ++row) {
+        const int top = rowViewportPosition(row);
+        if (top >= viewport()->height()) return;
+        const bool read_only = grid_.read_only_cell(row + 1, kUnit);
+        const QRect end(left, top, right - left, rowHeight(row));
+        painter.fillRect(end, QColor(read_only ? palette::kReadOnlyCell : palette::kCell));
+        painter.setPen(QColor(read_only ? palette::kReadOnlyLine : palette::kLine));
+        painter.drawLine(end.bottomLeft(), end.bottomRight());
+    }
 }
 
 }  // namespace servo::params

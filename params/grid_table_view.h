@@ -40,6 +40,7 @@ class GridTable final : public QTableView {
 
   private:
     void press(Qt::MouseButton button, std::optional<CellPosition> cell, QPoint global);
+    void paint_row_ends(QPainter& painter);
     void fit_rows_to_font();
     void watch_scroll_bar();
     bool move_key(int key);

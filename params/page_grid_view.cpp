@@ -13,7 +13,7 @@ namespace servo::params {
 namespace {
 
 constexpr int kFrame = 1;
-constexpr int kDefaultWidth = 760;
+constexpr int kDefaultWidth = 860;
 // On a smaller page nothing is fitted: the columns could not be read anyway.
 constexpr QSize kSmallest{333, 46};
 

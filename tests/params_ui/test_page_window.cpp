@@ -29,6 +29,11 @@ TEST_F(PageView, IsNamedAfterItsPage) {
     EXPECT_EQ(window->objectName(), "Basic");
 }
 
+TEST_F(PageView, AnOpenedPageTakesTheKeyboard) {
+    EXPECT_TRUE(grid->hasFocus());
+    EXPECT_EQ(current(), 1);
+}
+
 TEST_F(PageView, ShowsHeaderAndRowsAndHoldsTheHiddenColumns) {
     EXPECT_EQ(grid_rows(*grid), 8);
     EXPECT_EQ(grid_columns(*grid), 11);
