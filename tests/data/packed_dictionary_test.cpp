@@ -1,8 +1,6 @@
 // The dictionary file as it lies beside the programs.
 #include <gtest/gtest.h>
 
-#include <charconv>
-#include <cmath>
 #include <set>
 
 #include "base/gbk.h"
@@ -101,58 +99,6 @@ TEST(PackedDictionary, InternalUnitsUseTheLinesThatTheProgramHolds) {
         EXPECT_TRUE(has_line(test::find_object(key), kCurrentShown)) << std::hex << key;
         EXPECT_TRUE(has_line(test::find_object(key), kCurrentEntered)) << std::hex << key;
     }
-}
-
-double operand(std::string_view reference) {
-    if (reference == "[64100320]") return 10000;
-    if (reference == "[65100310]") return 150;
-    if (reference == "[30400710]") return 19661;
-    if (reference == "[60F61310]") return 5000;
-    return 20000;
-}
-
-// Products and quotients from left to right, all that the tables may hold.
-double evaluate(std::string_view expression, double n) {
-    double value = 0;
-    char pending = ' ';
-    while (!expression.empty()) {
-        std::size_t end = expression.find_first_of("*/");
-        if (end == std::string_view::npos) end = expression.size();
-        const std::string_view factor = expression.substr(0, end);
-        double number = factor == "N" ? n : factor.front() == '[' ? operand(factor) : 0;
-        if (factor != "N" && factor.front() != '[') {
-            std::from_chars(factor.data(), factor.data() + factor.size(), number);
-        }
-        value = pending == '*' ? value * number : pending == '/' ? value / number : number;
-        pending = end < expression.size() ? expression[end] : ' ';
-        expression.remove_prefix(std::min(end + 1, expression.size()));
-    }
-    return value;
-}
-
-TEST(PackedDictionary, EveryUnitGoesThereAndBack) {
-    int pairs = 0;
-    for (const Object& object : objects()) {
-        const auto lines = test::split(object.formula, '\n');
-        for (const std::string& line : lines) {
-            if (!line.starts_with("[DEC ")) continue;
-            const std::size_t close = line.find(']');
-            const std::string back = "[" + line.substr(5, close - 5) + " DEC]";
-            for (const std::string& other : lines) {
-                if (!other.starts_with(back)) continue;
-                const double shown = evaluate(line.substr(close + 1), 12345);
-                const double entered = evaluate(other.substr(back.size()), shown);
-                EXPECT_NEAR(entered, 12345, 1e-3) << object.name_en << ": " << line;
-                ++pairs;
-            }
-        }
-    }
-    EXPECT_GT(pairs, 500);
-}
-
-TEST(PackedDictionary, RatedSpeedReadsAsRevolutionsPerMinute) {
-    // 3000 rpm at 10000 increments a turn.
-    EXPECT_NEAR(evaluate("N*1875/512/[64100320]", 8192000), 3000, 1e-9);
 }
 
 }  // namespace
