@@ -25,6 +25,7 @@ constexpr std::size_t kMostDigits = 16;
 
 // Below this no rounding error of the bound itself can hide an overflow.
 constexpr double kSafeBound = 1e300;
+constexpr double kSafeLeast = 1e-290;
 
 bool has_digits(std::string_view text) {
     return text.find(kDigits) != std::string_view::npos;
@@ -40,12 +41,6 @@ bool is_just_digits(std::string_view text) {
     return behind.empty() || behind == "*" || behind == "/" || behind == "^";
 }
 
-// Digits inside brackets could complete a reference.
-bool is_within_brackets(std::string_view expression, std::size_t at) {
-    const std::size_t bracket = expression.substr(0, at).find_last_of("[]");
-    return bracket != std::string_view::npos && expression[bracket] == '[';
-}
-
 // The text with the placeholder for every N; no value when it is one for the text evaluator.
 std::optional<std::string> with_placeholder(std::string_view expression, SampleSign sign,
                                             const link::FormulaOperands& operands) {
@@ -53,16 +48,16 @@ std::optional<std::string> with_placeholder(std::string_view expression, SampleS
     if (expression.find_first_of(kOwn) != std::string_view::npos) return std::nullopt;
     std::string text;
     std::size_t samples = 0;
-    for (std::size_t i = 0; i < expression.size(); ++i) {
-        if (expression[i] != 'N') {
-            text += expression[i];
+    for (const char c : expression) {
+        if (c != 'N') {
+            text += c;
             continue;
         }
-        if (is_within_brackets(expression, i)) return std::nullopt;
         if (sign == SampleSign::kNegative) text += '-';
         text += kDigits;
         ++samples;
     }
+    // Digits that complete a reference share their operand with its bracket, and are refused there.
     paste_operands(text, operands);
     if (text.size() + samples * kMostDigits > kLongestText) return std::nullopt;
     return text;
@@ -108,6 +103,8 @@ class SymbolMachine {
         node.kind = NodeKind::kFunction;
         node.function = wanted;
         node.left = value;
+        node.least = 0;
+        node.signed_zero = true;
         const double most = wanted == Function::kTan ? std::numeric_limits<double>::max() : 2;
         node.bound = std::max(bound_of(value), most);
         node.checked = true;
@@ -122,6 +119,8 @@ class SymbolMachine {
         node.kind = NodeKind::kLogarithm;
         node.logarithm = wanted;
         node.left = value;
+        node.least = 0;
+        node.signed_zero = true;
         node.bound = 1000;  // the logarithms of the largest and smallest numbers lie within 750
         node.checked = true;
         return append(node, value);
@@ -156,6 +155,10 @@ class SymbolMachine {
             return is_number(sum.constant) ? Did::kDone : Did::kFailed;
         }
         if (term.is_known() && term.constant == 0) return Did::kDone;
+        if (sum.is_known() && sum.constant == 0 && !may_be_signed_zero(term)) {
+            sum = term;
+            return Did::kDone;
+        }
         return operate('+', sum, term, sum);
     }
 
@@ -163,6 +166,26 @@ class SymbolMachine {
     double bound_of(const Symbol& symbol) const {
         return symbol.is_known() ? std::fabs(symbol.constant)
                                  : nodes_[static_cast<std::size_t>(symbol.node)].bound;
+    }
+
+    bool may_be_signed_zero(const Symbol& symbol) const {
+        return symbol.node < 0 || nodes_[static_cast<std::size_t>(symbol.node)].signed_zero;
+    }
+
+    // What a product with a constant above 0, or a quotient by one, tells of its smallest results.
+    // Sums begin at 0 without a sign, so they never become a zero with one.
+    void note_zeros(Node& node) const {
+        const bool by_constant = (node.op == '*' || node.op == '/') && node.right.is_known() &&
+                                 node.right.constant > 0 && !node.left.is_known();
+        if (!by_constant) {
+            node.least = 0;
+            node.signed_zero = node.op != '+';
+            return;
+        }
+        const Node& left = nodes_[static_cast<std::size_t>(node.left.node)];
+        node.least = node.op == '*' ? left.least * node.right.constant
+                                    : left.least / node.right.constant;
+        node.signed_zero = left.signed_zero || !(node.least > kSafeLeast);
     }
 
     double bound_of(char op, const Symbol& left, const Symbol& right) const {
@@ -191,6 +214,7 @@ class SymbolMachine {
         node.bound = bound_of(op, left, right);
         node.checked = !(node.bound < kSafeBound);
         if (node.checked) node.bound = std::numeric_limits<double>::max();
+        note_zeros(node);
         return append(node, result);
     }
 

@@ -37,7 +37,9 @@ struct Node {
     Symbol left;
     Symbol right;
     double bound = kExactSamples;  // no result is further from 0
+    double least = 1;              // no result but 0 is nearer to 0; 0 when that is not known
     bool checked = false;          // the bound does not rule out an overflow
+    bool signed_zero = false;      // the result may be a zero with a sign
 };
 
 struct SymbolicExpression {

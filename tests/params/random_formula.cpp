@@ -37,10 +37,19 @@ Sample number(Random& random) {
     sample.value = whole;
     if (random.once_in(3)) {
         const std::uint32_t quarter = random.below(4) * 25;  // exact in binary
-        sample.text += "." + std::to_string(quarter);
+        sample.text += '.';
+        sample.text += std::to_string(quarter);
         sample.value = whole + (quarter == 0 ? 0.0 : quarter / 100.0);
     }
     return sample;
+}
+
+std::string call(std::string_view name, std::string_view argument) {
+    std::string text(name);
+    text += '(';
+    text += argument;
+    text += ')';
+    return text;
 }
 
 Sample called(Random& random, int depth) {
@@ -48,23 +57,23 @@ Sample called(Random& random, int depth) {
     const bool allowed = sample.value && *sample.value >= 0;
     switch (random.below(5)) {
         case 0:
-            sample.text = "sqr(" + sample.text + ")";
+            sample.text = call("sqr", sample.text);
             sample.value = allowed ? finite(std::sqrt(*sample.value)) : std::nullopt;
             break;
         case 1:
-            sample.text = "abs(" + sample.text + ")";
+            sample.text = call("abs", sample.text);
             sample.value = allowed ? sample.value : std::nullopt;
             break;
         case 2:
-            sample.text = "int(" + sample.text + ")";
+            sample.text = call("int", sample.text);
             sample.value = allowed ? finite(std::floor(*sample.value)) : std::nullopt;
             break;
         case 3:
-            sample.text = "ln(" + sample.text + ")";
+            sample.text = call("ln", sample.text);
             sample.value = allowed && *sample.value > 0 ? finite(std::log(*sample.value)) : std::nullopt;
             break;
         default:
-            sample.text = "(" + sample.text + ")";
+            sample.text = call("", sample.text);
             break;
     }
     return sample;
@@ -132,7 +141,8 @@ Sample well_formed(Random& random, int depth) {
             const char op = "*/^"[random.below(3)];
             const Sample next = operand(random, depth);
             term.value = applied(op, term.value, next.value);
-            term.text += op + next.text;
+            term.text += op;
+            term.text += next.text;
         }
         if (i > 0) sum.text += minus ? '-' : '+';
         sum.text += term.text;

@@ -139,9 +139,16 @@ TEST(CompiledFormula, DigitsThatMeanMoreThanTheirNumberGoByText) {
 
 TEST(CompiledFormula, UnusedLevelThatMayFailGoesByText) { expect_exact("7+(1/N)5", false); }
 
+// With twelve parentheses `(1)2` names the twelfth.
 TEST(CompiledFormula, GluedLevelThatIsThereIsTaken) {
-    expect_exact("(N)2+0*(2)*(3)*(4)*(5)*(6)*(7)*(8)*(9)*(10)*(11)*(N)", false);
     expect_exact("(1)2+0*(2)*(3)*(4)*(5)*(6)*(7)*(8)*(9)*(10)*(11)*(N)");
+    expect_exact("(1/N)2+0*(2)*(3)*(4)*(5)*(6)*(7)*(8)*(9)*(10)*(11)*(N)", false);
+}
+
+TEST(CompiledFormula, LevelThatIsTakenTwiceStaysAsItIs) {
+    expect_exact("(1)2*3+(2)*(3)*(4)*(5)*(6)*(7)*(8)*(9)*(10)*(11)*(N+1)");
+    expect_exact("(1)2^2*(2)*(3)*(4)*(5)*(6)*(7)*(8)*(9)*(10)*(11)*(N+1)");
+    expect_exact("(1)2/(2)/(3)/(4)/(5)/(6)/(7)/(8)/(9)/(10)/(11)/(N+1)");
 }
 
 TEST(CompiledFormula, LongLinesGoByText) {
