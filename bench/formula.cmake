@@ -1,0 +1,5 @@
+servo_bench(formula SOURCES bench_formula.cpp LINKS servo_params servo_dictionary)
+target_include_directories(bench_formula PRIVATE ${CMAKE_SOURCE_DIR})
+if(TARGET data_tree)
+    add_dependencies(bench_formula data_tree)
+endif()
