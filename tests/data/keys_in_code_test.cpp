@@ -140,6 +140,7 @@ template <typename Visit>
 void for_each_source(std::initializer_list<const char*> folders, Visit visit) {
     for (const char* folder : folders) {
         const auto root = std::filesystem::path(SERVO_SOURCE_DIR) / folder;
+        if (!std::filesystem::exists(root)) continue;  // a layer that has no source yet
         for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
             const auto extension = entry.path().extension();
             if (extension == ".h" || extension == ".cpp")
