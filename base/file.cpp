@@ -105,7 +105,7 @@ bool same_but_case(std::string_view a, std::string_view b) {
 }
 
 std::filesystem::path find_entry(const std::filesystem::path& folder, std::string_view name) {
-    const std::filesystem::path exact = folder / name;
+    std::filesystem::path exact = folder / name;
     std::error_code error;
     if (std::filesystem::exists(exact, error)) return exact;
     std::string best;

@@ -29,7 +29,7 @@ std::unique_ptr<Tables> make_tables() {
     auto tables = std::make_unique<Tables>();
     const iconv_t converter = iconv_open("UTF-16LE", "GBK");
     // Without the converter every character beyond ASCII shows as unknown; nothing else suffers.
-    if (converter == reinterpret_cast<iconv_t>(-1)) return tables;
+    if (reinterpret_cast<std::intptr_t>(converter) == -1) return tables;
     for (unsigned lead = 0x81; lead <= 0xFE; ++lead) {
         for (unsigned trail = 0x40; trail <= 0xFE; ++trail) {
             std::array<char, 2> in{static_cast<char>(lead), static_cast<char>(trail)};

@@ -133,9 +133,12 @@ TEST(ProfileLookup, WhatFollowsTheClosingBracketIsDropped) {
 }
 
 TEST(ProfileLookup, LinesEndWithEitherLineEnd) {
-    for (const std::string end : {"\r\n", "\n", "\r"}) {
-        const std::string content =
-            "[s]" + end + "a=1" + end + end + "b=2" + end + "[t]" + end + "c=3";
+    for (const std::string_view end : {"\r\n", "\n", "\r"}) {
+        std::string content;
+        for (const std::string_view line : {"[s]", "a=1", "", "b=2", "[t]"}) {
+            content.append(line).append(end);
+        }
+        content += "c=3";
         EXPECT_EQ(lookup(content, "s", "a"), "1");
         EXPECT_EQ(lookup(content, "s", "b"), "2");
         EXPECT_EQ(lookup(content, "t", "c"), "3");
