@@ -99,9 +99,8 @@ TEST(Values, FlagsAgreeWithTheAttribute) {
         SCOPED_TRACE("line " + std::to_string(value.line));
         const Object* const object = test::find_object(key);
         ASSERT_NE(object, nullptr);
-        const auto flag = [&](char letter) {
-            return value.flags.find(letter) != std::string::npos;
-        };
+        const std::string& flags = value.flags;
+        const auto flag = [&flags](char letter) { return flags.find(letter) != std::string::npos; };
         EXPECT_EQ(value.flags.find_first_not_of("rwsc"), std::string::npos);
         EXPECT_EQ(flag('r'), object->attr.find('W') == std::string::npos);
         EXPECT_EQ(flag('w'), object->attr.find('R') == std::string::npos);
