@@ -15,6 +15,7 @@
 #include "sim/live_values.h"
 #include "sim/memory.h"
 #include "sim/motion.h"
+#include "sim/object_ids.h"
 #include "sim/object_server.h"
 #include "sim/object_table.h"
 #include "sim/service_commands.h"
@@ -29,8 +30,19 @@ using std::chrono::microseconds;
 // Requests that wait while the drive is busy. One more is lost.
 constexpr std::size_t kQueueFrames = 16;
 
+// The serial line's rate is a divider of this clock.
+constexpr std::uint32_t kBaudClock = 10'368'000;
+
+constexpr std::int64_t kFrameProtocol = 1;
+constexpr std::int64_t kMostErrors = 0xFFFF;
+constexpr microseconds kReplyDelayUnit{100};
+
 // From a restart, or from power on, until the drive listens.
 constexpr microseconds kStartTime{1'200'000};
+
+std::int64_t divider(std::uint32_t baud) {
+    return (kBaudClock + baud / 2) / baud;
+}
 
 bool contains(const std::vector<dictionary::Identity>& list, dictionary::Identity id) {
     return std::find(list.begin(), list.end(), id) != list.end();
@@ -39,7 +51,8 @@ bool contains(const std::vector<dictionary::Identity>& list, dictionary::Identit
 }  // namespace
 
 struct Drive::Parts {
-    enum class Phase : std::uint8_t { kRunning, kEnding, kStarting, kBootloader };
+    // kDeaf: another protocol was chosen for the line, so there is nothing to understand.
+    enum class Phase : std::uint8_t { kRunning, kEnding, kStarting, kBootloader, kDeaf };
     struct Request {
         Payload payload{};
         microseconds due{0};
@@ -54,8 +67,10 @@ struct Drive::Parts {
     void execute(const Request& request);
     void send(const Answer& answer, microseconds ready);
     void power_up(bool first);
+    void set_up_line();
+    microseconds turnaround() const;
     void go_silent();
-    Abort gate(dictionary::Identity id) const;
+    Abort gate(dictionary::Identity object) const;
     std::string value_table_text() const;
 
     Options options;
@@ -68,7 +83,14 @@ struct Drive::Parts {
     Motion motion{table, supervision, history};
     LiveValues live;
     ServiceCommands commands{table, memory};
-    ObjectServer server{table, [this](dictionary::Identity id) { return gate(id); }};
+    ObjectServer server{table, [this](dictionary::Identity object) { return gate(object); }};
+    Object& line_id{table.bind(ids::kSerialId, Type::kUint8)};
+    Object& line_divider{table.bind(ids::kSerialBaud, Type::kUint16)};
+    Object& line_protocol{table.bind(ids::kSerialProtocol, Type::kUint8, kFrameProtocol)};
+    Object& reply_delay{table.bind(ids::kReplyDelay, Type::kUint16)};
+    Object& receive_errors{table.bind(ids::kReceiveErrors, Type::kUint16)};
+    std::uint8_t id;
+    std::uint32_t baud;
     FrameReader reader;
     LineFaultMaker fault_maker;
 
@@ -86,9 +108,13 @@ Drive::Parts::Parts(const dictionary::Store& store, Options given)
       table(store, parse_value_table(value_table_text())),
       memory(options.state_file),
       live(table, motion, supervision, options.seed),
-      reader(options.id, options.baud),
+      id(options.id),
+      baud(options.baud),
+      reader(id, baud),
       fault_maker(mix(options.seed)) {
     complaints = table.complaints();
+    line_id.factory = options.id;
+    line_divider.factory = divider(options.baud);
     for (const Setting& setting : options.settings) {
         if (table.set_factory(setting.object, setting.value)) continue;
         complaints.push_back(
@@ -102,25 +128,42 @@ std::string Drive::Parts::value_table_text() const {
     return base::read_file(options.data / "sim" / "values.tsv").value_or(std::string{});
 }
 
-Abort Drive::Parts::gate(dictionary::Identity id) const {
-    return contains(options.faults.abort, id) ? Abort::kGeneral : Abort::kNone;
+Abort Drive::Parts::gate(dictionary::Identity object) const {
+    return contains(options.faults.abort, object) ? Abort::kGeneral : Abort::kNone;
+}
+
+// The line's own settings change with a restart only: whoever changes them still gets the answer in
+// the old way.
+void Drive::Parts::set_up_line() {
+    id = static_cast<std::uint8_t>(line_id.value);
+    const bool as_given = line_divider.value == divider(options.baud);
+    const auto chosen = static_cast<std::uint32_t>(std::max<std::int64_t>(line_divider.value, 1));
+    baud = as_given ? options.baud : kBaudClock / chosen;
+    reader = FrameReader(id, baud);
+    phase = line_protocol.value == kFrameProtocol ? Phase::kRunning : Phase::kDeaf;
+    if (options.bootloader) phase = Phase::kBootloader;
+}
+
+microseconds Drive::Parts::turnaround() const {
+    return options.turnaround + reply_delay.value * kReplyDelayUnit;
 }
 
 void Drive::Parts::power_up(bool first) {
-    phase = options.bootloader ? Phase::kBootloader : Phase::kRunning;
     const bool memory_is_good = memory.load();
     table.reset_values();
-    commands.recall([&](dictionary::Identity id) {
-        return first && std::any_of(options.settings.begin(), options.settings.end(),
-                                    [&](const Setting& s) { return s.object == id; });
+    commands.recall([&](dictionary::Identity object) {
+        const auto same = [&](const Setting& setting) { return setting.object == object; };
+        const bool of_the_line = object == line_id.id || object == line_divider.id;
+        return first &&
+               (of_the_line || std::any_of(options.settings.begin(), options.settings.end(), same));
     });
+    set_up_line();
     history.power_up();
     supervision.power_up();
     motion.power_up();
     const unsigned damaged = memory_is_good ? 0U : fault1::kMemory;
     motion.raise(static_cast<std::uint16_t>(options.fault1 | damaged), options.fault2);
     server.reset();
-    reader.clear();
     queue.clear();
 }
 
@@ -141,11 +184,12 @@ std::optional<microseconds> Drive::Parts::next_event() const {
     switch (phase) {
         case Phase::kRunning:
             if (queue.empty()) return std::nullopt;
-            return std::max(queue.front().due, free_at + options.turnaround);
+            return std::max(queue.front().due, free_at + turnaround());
         case Phase::kEnding:
         case Phase::kStarting:
             return phase_ends;
         case Phase::kBootloader:
+        case Phase::kDeaf:
             return std::nullopt;
     }
     return std::nullopt;
@@ -182,6 +226,7 @@ void Drive::Parts::handle_event() {
             power_up(false);
             return;
         case Phase::kBootloader:
+        case Phase::kDeaf:
             return;
     }
 }
@@ -209,10 +254,10 @@ void Drive::Parts::send(const Answer& answer, microseconds ready) {
         return;
     }
     std::vector<std::uint8_t> bytes =
-        fault_maker.pass(make_frame(options.id, answer.payload), faults, statistics);
+        fault_maker.pass(make_frame(id, answer.payload), faults, statistics);
     if (bytes.empty()) return;
     const microseconds at = std::max(ready + faults.delay, line_free);
-    line_free = at + line_time(bytes.size(), options.baud);
+    line_free = at + line_time(bytes.size(), baud);
     output.push_back({at, std::move(bytes)});
 }
 
@@ -228,11 +273,12 @@ void Drive::Parts::take_byte(std::uint8_t byte, microseconds at) {
             return;
         case FrameReader::Event::kBadSum:
             ++statistics.bad_checksum;
+            receive_errors.value = std::min(receive_errors.value + 1, kMostErrors);
             return;
         case FrameReader::Event::kFrame:
             ++statistics.frames;
             if (queue.size() < kQueueFrames) {
-                queue.push_back({reader.payload(), at + options.turnaround});
+                queue.push_back({reader.payload(), at + turnaround()});
             } else {
                 ++statistics.overruns;
             }
@@ -249,7 +295,7 @@ Drive& Drive::operator=(Drive&&) noexcept = default;
 void Drive::receive(std::span<const std::uint8_t> bytes, microseconds now) {
     Parts& p = *parts_;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const microseconds at = now - line_time(bytes.size() - 1 - i, p.options.baud);
+        const microseconds at = now - line_time(bytes.size() - 1 - i, p.baud);
         if (at > p.now) p.advance(at);
         p.take_byte(bytes[i], at);
     }
@@ -274,6 +320,10 @@ microseconds Drive::now() const {
 
 bool Drive::running() const {
     return parts_->phase == Parts::Phase::kRunning;
+}
+
+std::uint32_t Drive::baud() const {
+    return parts_->baud;
 }
 
 std::optional<std::int64_t> Drive::value(dictionary::Identity id) {

@@ -54,8 +54,12 @@ class Drive {
 
     std::chrono::microseconds now() const;
 
-    // False from a restart command or power_cycle() until the drive listens again.
+    // False from a restart command or power_cycle() until the drive listens again, and for good in
+    // the bootloader or with another protocol on the line.
     bool running() const;
+
+    // Of the line. Another rate can be stored in the drive; it is in force after a restart.
+    std::uint32_t baud() const;
 
     // Objects, past the line. A value is the number of the object's own signed or unsigned type, as
     // of now(); nothing for an unknown object or the wrong kind. Setting obeys neither flags nor

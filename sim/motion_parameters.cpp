@@ -11,7 +11,7 @@ namespace {
 
 // One unit of the velocity gain asks for this current at a speed error of 1 rad/s. The integral
 // gain's unit is the same current added every millisecond; a 32nd of it is the fraction's unit.
-constexpr double kVelocityUnit = 4.5402e-4;
+constexpr double kVelocityUnit = 4.5403e-4;
 constexpr double kIntegralRate = 1000.0;
 constexpr double kFractions = 32.0;
 

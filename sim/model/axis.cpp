@@ -8,7 +8,7 @@ namespace servo::sim {
 namespace {
 
 // Time constant of the speed that is shown.
-constexpr double kShownSeconds = 0.02;
+constexpr double kShownSeconds = 0.01;
 
 // Below this a filter's tail, which would never quite end, counts as ended, counts/s.
 constexpr double kNoSpeed = 0.05;

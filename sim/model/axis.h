@@ -61,7 +61,7 @@ class Axis {
     std::int64_t position() const { return position_; }
     double speed() const { return speed_filter_.out(); }  // the loop's feedback, counts/s
     double raw_speed() const { return raw_speed_; }       // before the filter
-    double shown_speed() const { return shown_speed_; }   // over 20 ms, for display
+    double shown_speed() const { return shown_speed_; }   // over 10 ms, for display
     double true_speed() const;                            // of the shaft itself
 
     double position_demand() const { return position_demand_; }

@@ -12,12 +12,12 @@ inline constexpr double kStepsPerSecond = 16000.0;
 inline constexpr double kPi = 3.14159265358979323846;
 
 // The machine as it is, whatever the drive's parameters say of it: a 400 W motor with twice its own
-// inertia behind a shaft that resonates at 433 Hz and anti-resonates at 250 Hz.
+// inertia behind a shaft that resonates at 780 Hz and anti-resonates at 450 Hz.
 struct PlantSetup {
     double motor_inertia = 2.77e-5;  // kg m2
     double load_inertia = 5.54e-5;   // kg m2; 0: nothing on the shaft
-    double stiffness = 136.7;        // of the shaft, Nm/rad
-    double damping = 5.0e-3;         // of the shaft, Nm s/rad
+    double stiffness = 443.6;        // of the shaft, Nm/rad
+    double damping = 9.0e-3;         // of the shaft, Nm s/rad
     double motor_friction = 0.012;   // dry, Nm
     double load_friction = 0.018;    // dry, Nm
     double viscous = 2.0e-5;         // on the motor, Nm s/rad

@@ -1,0 +1,141 @@
+// drive-sim: a simulated drive on a pseudo-terminal.
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "dictionary/store.h"
+#include "sim/drive.h"
+#include "sim/options.h"
+#include "sim/pty_host.h"
+#include "sim/pty_line.h"
+
+namespace {
+
+using servo::sim::Drive;
+using servo::sim::HostOptions;
+using servo::sim::Options;
+using servo::sim::PtyHost;
+using servo::sim::PtyLine;
+
+constexpr int kWrongUse = 2;
+constexpr int kNoLine = 3;
+constexpr int kNoFile = 4;
+
+struct CommandLine {
+    Options drive;
+    HostOptions host;
+    std::filesystem::path link;
+    std::vector<std::string> faults;
+    std::vector<std::string> settings;
+    int id = 127;
+    long turnaround = 300;
+};
+
+std::filesystem::path own_folder() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+void describe(CLI::App& app, CommandLine& line) {
+    app.add_option("--data", line.drive.data, "Folder of the dictionary and of sim/values.tsv")
+        ->type_name("DIR");
+    app.add_option("--link", line.link, "Make PATH a symbolic link to the line")->type_name("PATH");
+    app.add_option("--baud", line.drive.baud, "Rate of the line")
+        ->check(CLI::Range(300, 1'000'000))
+        ->type_name("N");
+    app.add_option("--id", line.id, "Communication ID")->check(CLI::Range(0, 255))->type_name("N");
+    app.add_option("--state", line.drive.state_file, "Where stored parameters live between runs")
+        ->type_name("FILE");
+    app.add_flag("--bootloader", line.drive.bootloader, "Power up in the bootloader");
+    app.add_option("--fault", line.faults,
+                   "drop:P corrupt:P double:P foreign:P lose:P stutter:P delay:MS silent abort:KEY "
+                   "mute:KEY fault1:HEX fault2:HEX; may be given again")
+        ->allow_extra_args(false)
+        ->type_name("SPEC");
+    app.add_option("--set", line.settings, "Factory value of an object; may be given again")
+        ->allow_extra_args(false)
+        ->type_name("KEY=VALUE");
+    app.add_option("--seed", line.drive.seed, "Of faults and noise")->type_name("N");
+    app.add_option("--speed", line.host.speed, "Seconds of the drive for each second")
+        ->check(CLI::Range(0.001, 1000.0))
+        ->type_name("X");
+    app.add_option("--turnaround", line.turnaround, "Microseconds from a request to its execution")
+        ->check(CLI::Range(0L, 1'000'000L))
+        ->type_name("US");
+    app.add_flag("--print-frames", line.host.print_frames, "Print the bytes of both directions");
+}
+
+// Turns the texts into options. False when one is wrong, which is then said.
+bool read_texts(CommandLine& line) {
+    std::vector<std::string> wrong;
+    for (const std::string& fault : line.faults) {
+        if (auto error = servo::sim::add_fault(line.drive, fault)) wrong.push_back(*error);
+    }
+    for (const std::string& setting : line.settings) {
+        if (auto error = servo::sim::add_setting(line.drive, setting)) wrong.push_back(*error);
+    }
+    for (const std::string& error : wrong)
+        fmt::print(stderr, "drive-sim: {}\n", error);
+    line.drive.id = static_cast<std::uint8_t>(line.id);
+    line.drive.turnaround = std::chrono::microseconds(line.turnaround);
+    line.host.watch_input = line.link.empty();
+    if (line.drive.data.empty()) line.drive.data = own_folder();
+    return wrong.empty();
+}
+
+int serve(const servo::dictionary::Store& store, const CommandLine& line) {
+    Drive drive(store, line.drive);
+    for (const std::string& complaint : drive.complaints()) {
+        fmt::print(stderr, "drive-sim: {}\n", complaint);
+    }
+    if (line.drive.bootloader) {
+        fmt::print(stderr,
+                   "drive-sim: in the bootloader, whose dialogue is not built yet: the "
+                   "drive stays silent\n");
+    }
+    std::string error;
+    auto pty = PtyLine::open(error);
+    if (!pty) {
+        fmt::print(stderr, "drive-sim: {}\n", error);
+        return kNoLine;
+    }
+    if (!line.link.empty()) {
+        if (const auto wrong = servo::sim::make_link(line.link, pty->path())) {
+            fmt::print(stderr, "drive-sim: {}\n", *wrong);
+            return kNoFile;
+        }
+    }
+    fmt::print("line: {}\n", pty->path());
+    std::fflush(stdout);
+    PtyHost(drive, *pty, line.host).run();
+    if (!line.link.empty()) servo::sim::remove_link(line.link, pty->path());
+    return 0;
+}
+
+int run(int argc, char** argv) {
+    CommandLine line;
+    CLI::App app("A simulated drive on a pseudo-terminal.", "drive-sim");
+    describe(app, line);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kWrongUse;
+    }
+    if (!read_texts(line)) return kWrongUse;
+    servo::dictionary::Store store;
+    if (!store.open_dat(line.drive.data)) {
+        fmt::print(stderr, "drive-sim: no dictionary file in {}\n", line.drive.data.string());
+        return kNoFile;
+    }
+    return serve(store, line);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return run(argc, argv);
+}

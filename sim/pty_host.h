@@ -1,0 +1,44 @@
+// Runs a drive in real time on a pseudo-terminal.
+#pragma once
+
+#include <functional>
+
+#include "sim/drive.h"
+#include "sim/pacer.h"
+#include "sim/pty_line.h"
+
+namespace servo::sim {
+
+struct HostOptions {
+    double speed = 1.0;         // seconds of the drive for each second of the wall
+    bool print_frames = false;  // bytes of both directions to standard output
+    bool watch_input = true;    // standard input's end ends the run
+};
+
+class PtyHost {
+  public:
+    PtyHost(Drive& drive, PtyLine& line, HostOptions options);
+
+    // Returns when SIGTERM or SIGINT comes, or standard input ends.
+    void run();
+
+  private:
+    std::chrono::nanoseconds now() const;
+    std::chrono::nanoseconds next_waking() const;
+    bool wait_until(std::chrono::nanoseconds time);
+    bool input_ended();
+    void take_in();
+    void step();
+    void send();
+    void print(char direction, const std::vector<PacedBytes::Byte>& bytes) const;
+
+    Drive& drive_;
+    PtyLine& line_;
+    HostOptions options_;
+    std::chrono::nanoseconds started_{0};
+    PacedBytes incoming_;
+    PacedBytes outgoing_;
+    std::chrono::nanoseconds last_heard_{0};
+};
+
+}  // namespace servo::sim
