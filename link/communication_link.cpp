@@ -14,8 +14,8 @@ constexpr std::uint32_t kCanRequestBase = 0x600;
 }  // namespace
 
 int Communication::selected_baud() const {
-    if (state_.Combo2_index < 0) return 0;
-    const std::string_view text = kBaudRates[static_cast<std::size_t>(state_.Combo2_index)];
+    const int index = state_.Combo2_index < 0 ? kDefaultBaudIndex : state_.Combo2_index;
+    const std::string_view text = kBaudRates[static_cast<std::size_t>(index)];
     return static_cast<int>(base::leading_number(text));
 }
 

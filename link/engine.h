@@ -62,7 +62,7 @@ class Engine {
     // ----------------------------------------------------------- `read` 0 writes.
     void sendata2(WireKey key, std::int32_t value, std::uint8_t read);
     // As sendata2, but silent while input waits and output has not left, and paced for segments.
-    // Does not remember the key. For the tick's string reads of the scope and the firmware job.
+    // Does not remember the key. For the tick's string reads alone.
     void sendata(WireKey key, std::int32_t value, std::uint8_t read);
     void Datawrite(const Payload& payload);
     void Datawrite_str(std::string_view text);  // bytes as they stand; serial line only

@@ -84,7 +84,13 @@ void Engine::send_grid_row(PollWindow& window) {
     } else if (row.type == "String") {
         // The position moves on when the string has ended.
         if (!reading) begin_string(window, object);
-        sendata2(key, 0, 1);
+        // At 38400 baud an answer comes a turn later than its request. Segments are asked for at a
+        // pace, or each would be asked for twice and its characters taken twice.
+        if (state.str_read_step == 0) {
+            sendata2(key, 0, 1);
+        } else {
+            sendata(key, 0, 1);
+        }
     } else {
         sendata2(key, 0, 1);
         ++state.sub_Pointer;

@@ -69,7 +69,7 @@ int port_number(std::string_view text) {
     return whole(text.substr(3)).value_or(0);
 }
 
-std::string PortNames::give(std::string device) {
+std::string PortNames::give(const std::string& device) {
     if (!numbered(device) && std::find(given_.begin(), given_.end(), device) == given_.end())
         given_.push_back(device);
     return text_of(device);

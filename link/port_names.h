@@ -17,7 +17,7 @@ namespace servo::link {
 class PortNames {
   public:
     // Names a device that enumeration may not find (a pseudo-terminal). Returns its list text.
-    std::string give(std::string device);
+    std::string give(const std::string& device);
     const std::vector<std::string>& given() const { return given_; }
 
     std::string text_of(std::string_view device) const;

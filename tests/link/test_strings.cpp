@@ -104,7 +104,7 @@ TEST_F(Strings, PaceRestartsWithEachNewSegment) {
     step(begun);
     state.segment_pace = 2;
     step(segment(0x10, "abcdefg"));
-    EXPECT_EQ(state.segment_pace, 2) << "a repeat does not restart it";
+    EXPECT_EQ(state.segment_pace, 3) << "a repeat does not restart it";
     step(segment(0x00, "abcdefg"));
     EXPECT_EQ(state.segment_pace, 0);
     state.segment_pace = 2;
@@ -127,8 +127,11 @@ TEST_F(Strings, UnansweredRequestIsSentAgain) {
     EXPECT_EQ(turn(), 0x100800);
     EXPECT_EQ(state.sub_Pointer, 1);
     step(begun);
-    EXPECT_EQ(turn(), 0x100800);
-    EXPECT_EQ(step(segment(0x09, "abc")), 0x60);
+    std::string pattern;
+    for (int i = 0; i < 8; ++i)
+        pattern += turn() == 0x100800 ? 'S' : '-';
+    EXPECT_EQ(pattern, "S--SS--S") << "segments at their pace";
+    step(segment(0x09, "abc"));
     EXPECT_EQ(page.value(1), "abc");
 }
 

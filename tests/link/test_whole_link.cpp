@@ -188,16 +188,26 @@ TEST_F(WholeLink, ValuesOfAPageArrive) {
         EXPECT_EQ(page.value(row), std::to_string(row));
 }
 
-TEST_F(WholeLink, StringOfAPageArrives) {
-    FakePage page("Basic");
-    page.add("100800", "String").add("600002", "uint16");
-    page.set_visible(true);
-    engine.add_poll_window(page);
-    drive.add_text(0x100800, "A text of thirty characters...");
-    drive.add(0x60000202, 4);
-    open_link();
-    ASSERT_TRUE(run_until([&] { return page.value(2) == "4"; }, 2s));
-    EXPECT_EQ(page.value(1), "A text of thirty characters...");
+// At 38400 baud an answer is taken in the turn behind the next request at the earliest.
+TEST_F(WholeLink, StringOfAPageArrivesWhateverTheDriveDoesWithARepeatedRequest) {
+    for (const bool repeats : {false, true}) {
+        for (const auto turnaround : {0us, 300us, 1500us, 3000us, 6000us, 9000us}) {
+            VirtualBench bench;
+            FakeDrive other(bench.time, bench.line);
+            other.repeats_segments = repeats;
+            other.turnaround = turnaround;
+            FakePage page("Basic");
+            page.add("100800", "String").add("600002", "uint16");
+            page.set_visible(true);
+            bench.engine.add_poll_window(page);
+            other.add_text(0x100800, "A text of thirty characters...");
+            other.add(0x60000202, 4);
+            bench.open_link();
+            ASSERT_TRUE(bench.run_until([&] { return page.value(2) == "4"; }, 5s));
+            EXPECT_EQ(page.value(1), "A text of thirty characters...")
+                << repeats << " " << turnaround.count();
+        }
+    }
 }
 
 TEST_F(WholeLink, WriteIsSeenOnThePageAndInTheDrive) {

@@ -107,6 +107,7 @@ Payload FakeDrive::answer_to(const Payload& request) {
     if (found->second.size == 0) {
         upload_ = found->second.text;
         upload_position_ = 0;
+        upload_toggle_ = -1;
         answer[0] = 0x41;
         answer[4] = static_cast<std::uint8_t>(upload_.size());
         return answer;
@@ -119,6 +120,8 @@ Payload FakeDrive::answer_to(const Payload& request) {
 }
 
 Payload FakeDrive::segment(std::uint8_t toggle) {
+    if (repeats_segments && upload_toggle_ == toggle) return last_segment_;
+    upload_toggle_ = toggle;
     Payload answer{};
     const std::size_t left = upload_.size() - upload_position_;
     const std::size_t count = std::min<std::size_t>(left, 7);
@@ -127,6 +130,7 @@ Payload FakeDrive::segment(std::uint8_t toggle) {
     upload_position_ += count;
     const bool last = upload_position_ == upload_.size();
     answer[0] = static_cast<std::uint8_t>(toggle | (last ? ((7 - count) << 1 | 1) : 0));
+    last_segment_ = answer;
     return answer;
 }
 

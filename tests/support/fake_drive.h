@@ -42,6 +42,9 @@ class FakeDrive {
     std::uint8_t id = 127;
     std::chrono::microseconds turnaround{300};
     bool silent = false;
+    // A segment request with the toggle of the one before gets the same segment again, in place of
+    // the next.
+    bool repeats_segments = false;
     std::map<link::Identity, Object> objects;
     std::set<link::Identity> mute;    // executed, never answered
     std::set<link::Identity> refuse;  // every access is aborted
@@ -66,6 +69,8 @@ class FakeDrive {
     VirtualTime::Duration last_byte_{0};
     std::string upload_;
     std::size_t upload_position_ = 0;
+    int upload_toggle_ = -1;
+    link::Payload last_segment_{};
 };
 
 }  // namespace servo::test

@@ -85,7 +85,7 @@ class VirtualPort final : public link::Port {
     std::vector<std::string> opened;  // texts handed to open(), in order
     int baud = 0;                     // of the last successful open
     std::vector<std::uint8_t> written;
-    bool record = false;  // whether `written` is kept
+    bool record = false;                  // whether `written` is kept
     std::vector<std::uint8_t> last_read;  // what the last read() took
 
   private:
