@@ -19,6 +19,8 @@ namespace servo::app {
 namespace {
 
 constexpr int kFieldWidth = 150;  // of a box at 100 percent
+constexpr base::Text kNoPorts{"没有找到串口", "No serial port found"};
+constexpr base::Text kNoSelection{"请选择串口", "Select a serial port"};
 
 template <typename Control>
 Control* named(const char* name, Control* control) {
@@ -51,7 +53,8 @@ void make_quiet(QLabel* label) {
 
 }  // namespace
 
-Form1Window::Form1Window(link::Communication& communication) : communication_(communication) {
+Form1Window::Form1Window(link::Communication& communication, const base::Language& language)
+    : communication_(communication), language_(language) {
     setObjectName(QStringLiteral("Form1"));
     SSTab1_ = named("SSTab1", new QTabWidget);
     SSTab1_->addTab(make_serial_tab(), QString());
@@ -60,7 +63,16 @@ Form1Window::Form1Window(link::Communication& communication) : communication_(co
     layout->addWidget(SSTab1_);
     connect_serial_tab();
     connect_can_tab();
+    set_tab_order();
     refresh();
+}
+
+void Form1Window::set_tab_order() {
+    setTabOrder(Combo1_, Command2_);
+    setTabOrder(Command2_, Combo2_);
+    setTabOrder(Combo2_, Text1_);
+    setTabOrder(Text1_, Command1_);
+    setFocusProxy(Combo1_);
 }
 
 QWidget* Form1Window::make_serial_tab() {
@@ -174,7 +186,8 @@ void Form1Window::show_ports(const link::CommunicationState& state) {
 void Form1Window::show_device(const link::CommunicationState& state) {
     const auto index = static_cast<std::size_t>(state.Combo1_index);
     if (state.Combo1_index < 0 || index >= state.Combo1.size()) {
-        device_->clear();
+        const base::Text& hint = state.Combo1.empty() ? kNoPorts : kNoSelection;
+        set_text(device_, hint.in(language_));
         return;
     }
     const auto& entry = state.Combo1[index];

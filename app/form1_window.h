@@ -19,7 +19,7 @@ class Form1Window final : public QWidget {
     Q_OBJECT
 
   public:
-    explicit Form1Window(link::Communication& communication);
+    Form1Window(link::Communication& communication, const base::Language& language);
 
     // Puts the state on screen; cheap when nothing has changed.
     void refresh();
@@ -29,10 +29,12 @@ class Form1Window final : public QWidget {
     QWidget* make_can_tab();
     void connect_serial_tab();
     void connect_can_tab();
+    void set_tab_order();
     void show_ports(const link::CommunicationState& state);
     void show_device(const link::CommunicationState& state);
 
     link::Communication& communication_;
+    const base::Language& language_;
     QTabWidget* SSTab1_ = nullptr;     // serial line, CAN
     QComboBox* Combo1_ = nullptr;      // serial port
     QLabel* device_ = nullptr;         // the device behind the port's text

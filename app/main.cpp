@@ -1,13 +1,52 @@
 #include <QApplication>
 #include <QTimer>
 #include <cstdio>
+#include <memory>
 
 #include "app/options.h"
 #include "app/program.h"
 #include "app/style.h"
+#include "app/walk_player.h"
+
+namespace {
+
+using namespace servo::app;
+
+constexpr int kFailed = 1;
+
+// Null when no walkthrough was asked for; false when it can't be read.
+bool make_player(const Options& options, Program& program, std::unique_ptr<WalkPlayer>& player) {
+    if (options.walk.empty()) return true;
+    auto commands = load_walk(options.walk);
+    if (!commands) {
+        std::fprintf(stderr, "servo-workstation: %s can't be read\n", options.walk.c_str());
+        return false;
+    }
+    player = std::make_unique<WalkPlayer>(program.form(), options.walk, std::move(*commands),
+                                          &WalkPlayer::print_line);
+    QObject::connect(player.get(), &WalkPlayer::finished, &program.form(),
+                     [&program] { program.form().quit_program(); });
+    QObject::connect(&program, &Program::settled, player.get(), &WalkPlayer::start);
+    return true;
+}
+
+int run(QApplication& application, const Options& options) {
+    Program program(options);
+    std::unique_ptr<WalkPlayer> player;
+    if (!make_player(options, program, player)) return kFailed;
+    // Queued: the loop may not run yet, and whoever quits is still on the stack.
+    QObject::connect(
+        &program.form(), &MDIForm1::unloaded, &application,
+        [&player] { QCoreApplication::exit(player ? player->exit_status() : 0); },
+        Qt::QueuedConnection);
+    if (!program.start()) return kFailed;
+    QTimer::singleShot(0, &program, &Program::connect_link);
+    return QApplication::exec();
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
-    using namespace servo::app;
     const ParsedOptions parsed = parse_options(argc, argv);
     if (parsed.exit_status) {
         std::fputs(parsed.output.c_str(), stdout);
@@ -19,13 +58,5 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral(SERVO_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     apply_style(application);
-
-    Program program(parsed.options);
-    int status = 0;
-    QObject::connect(
-        &program.form(), &MDIForm1::unloaded, &application,
-        [&status] { QCoreApplication::exit(status); }, Qt::QueuedConnection);
-    if (!program.start()) return 1;
-    QTimer::singleShot(0, &program, &Program::connect_link);
-    return QApplication::exec();
+    return run(application, parsed.options);
 }

@@ -2,8 +2,10 @@
 
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScreen>
 #include <QUrl>
 
 #include "app/about_window.h"
@@ -24,6 +26,15 @@ namespace {
 
 constexpr int kArrangeMilliseconds = 1000;
 constexpr QSize kFirstSize{1180, 760};
+constexpr int kTitleBar = 40;
+
+QSize first_window_size() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    // Without a display there is a screen in name only, and pictures want their full size.
+    if (screen == nullptr || QGuiApplication::platformName() == QStringLiteral("offscreen"))
+        return kFirstSize;
+    return kFirstSize.boundedTo(screen->availableSize() - QSize(0, kTitleBar));
+}
 
 }  // namespace
 
@@ -31,7 +42,7 @@ MDIForm1::MDIForm1(Workstation& workstation, DialogSwitch& dialogs)
     : workstation_(workstation), dialogs_(dialogs) {
     setObjectName(QStringLiteral("MDIForm1"));
     setWindowIcon(picture(QStringLiteral("program")));
-    resize(kFirstSize);
+    resize(first_window_size());
     background_ = new BackgroudForm(this);
     setCentralWidget(background_);
     menus_ = new ShellMenus(menuBar());
@@ -54,10 +65,12 @@ MDIForm1::~MDIForm1() {
 }
 
 void MDIForm1::add_windows() {
-    host_->add_kind("Form1",
-                    {.make = [this] { return new Form1Window(workstation_.communication); },
-                     .caption = {},
-                     .frame = ChildWindow::Kind::kDialog});
+    host_->add_kind(
+        "Form1",
+        {.make =
+             [this] { return new Form1Window(workstation_.communication, workstation_.language); },
+         .caption = {},
+         .frame = ChildWindow::Kind::kDialog});
     const auto about = [this] {
         auto* window = new AboutWindow(workstation_.Tavro_Nevra_Other_mode);
         connect(window, &AboutWindow::close_asked, this,

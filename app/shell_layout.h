@@ -26,8 +26,16 @@ Size background_size(int size_class);
 // The places of minimised windows: from the bottom left corner to the right, further rows above.
 std::vector<Place> icon_places(Size area, const std::vector<Size>& icons);
 
-// Top left corner of the n-th window that opens without a place of its own, each a step further
-// down and right, beginning anew before a window of that size would leave the area.
+// The size of a window that opens for the first time: what it wants, but so that windows behind it
+// stay reachable.
+Size first_size(Size area, Size wanted);
+
+// Top left corner of the n-th page that opens, each a step further down and right, beginning anew
+// before a window of that size would leave the area.
 Place cascade_place(Size area, Size window, int count);
+
+// Top left corner of the n-th dialog: at the right, where it leaves pages free, each a step further
+// down and left.
+Place dialog_place(Size area, Size window, int count);
 
 }  // namespace servo::app

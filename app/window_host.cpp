@@ -25,7 +25,7 @@ QWidget* WindowHost::made(const std::string& name) const {
     return found == made_.end() ? nullptr : found->second.content;
 }
 
-const WindowHost::Made* WindowHost::make(const std::string& name) {
+WindowHost::Made* WindowHost::make(const std::string& name) {
     if (const auto found = made_.find(name); found != made_.end()) return &found->second;
     const auto kind = kinds_.find(name);
     if (kind == kinds_.end()) return nullptr;
@@ -48,20 +48,24 @@ void WindowHost::dress(const std::string& name, QWidget& content) {
     if (!kind.designed_font) walk_fonts(content, language_);
 }
 
-void WindowHost::place(ChildWindow& frame) {
+void WindowHost::place(ChildWindow& frame, ChildWindow::Kind kind) {
     frame.adjustSize();
-    const QSize area = area_->viewport()->size();
-    const QSize size = frame.size();
-    const Place corner =
-        cascade_place({area.width(), area.height()}, {size.width(), size.height()}, shown_++);
-    frame.move(corner.x, corner.y);
+    const Size area{area_->viewport()->width(), area_->viewport()->height()};
+    const Size wanted{frame.width(), frame.height()};
+    if (kind == ChildWindow::Kind::kDialog) {
+        const Place corner = dialog_place(area, wanted, dialogs_++);
+        frame.move(corner.x, corner.y);
+        return;
+    }
+    const Size size = first_size(area, wanted);
+    const Place corner = cascade_place(area, size, pages_++);
+    frame.setGeometry(corner.x, corner.y, size.width, size.height);
 }
 
 void WindowHost::show(const std::string& name) {
-    const bool first = made_.find(name) == made_.end();
-    const Made* window = make(name);
+    Made* window = make(name);
     if (window == nullptr) return;
-    if (first) place(*window->frame);
+    if (!std::exchange(window->placed, true)) place(*window->frame, kinds_.at(name).frame);
     window->content->show();
     if (window->frame->isMinimized()) window->frame->showNormal();
     window->frame->show();

@@ -55,17 +55,19 @@ class WindowHost final : public QObject {
     struct Made {
         QWidget* content = nullptr;
         ChildWindow* frame = nullptr;
+        bool placed = false;  // has been shown once; later it stands where the user left it
     };
 
-    const Made* make(const std::string& name);
+    Made* make(const std::string& name);
     void dress(const std::string& name, QWidget& content);
-    void place(ChildWindow& frame);
+    void place(ChildWindow& frame, ChildWindow::Kind kind);
 
     QMdiArea* area_;
     std::map<std::string, WindowKind> kinds_;
     std::map<std::string, Made> made_;
     base::Language language_ = base::Language::kEnglish;
-    int shown_ = 0;
+    int pages_ = 0;  // that have been placed
+    int dialogs_ = 0;
 };
 
 }  // namespace servo::app

@@ -57,6 +57,7 @@ Workstation::Workstation(const Surroundings& given)
       cTmr(given.timer),
       engine(given.port, given.clock, given.timer, values),
       communication(engine, given.port, given.ports, given.notice, given.folder) {
+    engine.set_link_control(&communication);
     make_windows(*this);
 }
 

@@ -47,5 +47,17 @@ TEST(Cascade, StepsDownAndBeginsAnewAtTheEdge) {
     EXPECT_EQ(cascade_place({300, 200}, {600, 400}, 5), (Place{0, 0}));
 }
 
+TEST(FirstSize, LeavesRoomForTheWindowsBehind) {
+    EXPECT_EQ(first_size({1180, 700}, {880, 900}), (Size{880, 588}));
+    EXPECT_EQ(first_size({1180, 700}, {300, 200}), (Size{300, 200}));
+    EXPECT_EQ(first_size({200, 100}, {880, 700}), (Size{440, 350}));
+}
+
+TEST(Dialogs, StandAtTheRightAndInsideOfTheArea) {
+    EXPECT_EQ(dialog_place({1180, 700}, {350, 240}, 0), (Place{806, 24}));
+    EXPECT_EQ(dialog_place({1180, 700}, {350, 240}, 1), (Place{778, 52}));
+    EXPECT_EQ(dialog_place({300, 200}, {350, 240}, 1), (Place{0, 0}));
+}
+
 }  // namespace
 }  // namespace servo::app

@@ -296,6 +296,18 @@ TEST(Quit, UnloadsAtOnceWithoutAQuestion) {
     EXPECT_TRUE(bench.notice.boxes.empty());
 }
 
+TEST(Link, ATimeOutClosesItThroughTheDialog) {
+    ShellBench bench;
+    ASSERT_TRUE(MDIForm_Load(bench.workstation));
+    bench.workstation.communication.communication();
+    ASSERT_TRUE(bench.timer.enabled());
+    for (int tick = 0; tick < 2 * link::kMissLimit; ++tick)
+        bench.workstation.engine.cTmr_Timer();
+    EXPECT_FALSE(bench.timer.enabled());
+    EXPECT_FALSE(bench.workstation.communication.link_open());
+    EXPECT_EQ(bench.workstation.engine.pictures.button4(), "Commerrorpic");
+}
+
 TEST(FindWindow, TakesNamesWithoutRegardToCase) {
     ShellBench bench;
     ASSERT_TRUE(MDIForm_Load(bench.workstation));
