@@ -15,8 +15,6 @@ constexpr std::chrono::microseconds kAskAgain = 200ms;
 constexpr std::chrono::microseconds kKeepAlive = 50ms;
 constexpr dictionary::WireKey kKeepAliveKey = 0x26010002;
 
-constexpr std::uint8_t kStringSize = 6;
-
 bool is_segment(std::uint8_t command) {
     return (command & 0xE0U) == 0;
 }
