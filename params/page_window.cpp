@@ -1,6 +1,7 @@
 #include "params/page_window.h"
 
 #include <QCloseEvent>
+#include <QHeaderView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QVBoxLayout>
@@ -33,11 +34,15 @@ PageWindow::PageWindow(Page& page, QWidget* parent)
 void PageWindow::fit_height() {
     auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
     if (frame == nullptr || !isVisible() || frame->isMaximized() || frame->isMinimized()) return;
-    int height = frame->height() + sizeHint().height() - this->height();
+    const int wanted = frame->height() + sizeHint().height() - height();
+    int fitting = wanted;
     if (const QMdiArea* area = frame->mdiArea()) {
-        height = std::min(height, area->viewport()->height() - std::max(frame->y(), 0));
+        const int room = area->viewport()->height() - std::max(frame->y(), 0);
+        // Whole rows are left out, so that none is cut through at the lower edge.
+        const int row = grid_.table().verticalHeader()->defaultSectionSize();
+        if (room < wanted) fitting = wanted - (wanted - room + row - 1) / row * row;
     }
-    frame->resize(frame->width(), std::max(height, frame->minimumSizeHint().height()));
+    frame->resize(frame->width(), std::max(fitting, frame->minimumSizeHint().height()));
 }
 
 void PageWindow::closeEvent(QCloseEvent* event) {

@@ -208,6 +208,14 @@ TEST_F(PageView, TheHeightFollowsTheRowsUpTo29) {
     EXPECT_EQ(window->grid_view().height(), ten + 17 * row_height);
 }
 
+TEST_F(PageView, APageThatDoesNotFitIsCutBetweenTwoRows) {
+    main.resize(1100, 500);
+    fill(many(40));
+    EXPECT_LE(frame->geometry().bottom(), area->viewport()->height());
+    EXPECT_EQ(grid->viewport()->height() % grid->rowHeight(0), 0);
+    EXPECT_GT(grid->viewport()->height(), 8 * grid->rowHeight(0));
+}
+
 TEST_F(PageView, AResizeHidesBothEditors) {
     click(kTarget, kValue);
     ASSERT_TRUE(textbox->isVisible());
