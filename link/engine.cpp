@@ -38,6 +38,7 @@ void Engine::cTmr_Timer() {
     // running.
     if (state.timer1_in != 0) return;
     state.timer1_in = kTrue;
+    ++counters.ticks;
     try {
         tick();
     } catch (...) {

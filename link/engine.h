@@ -32,6 +32,7 @@ inline constexpr std::size_t kJobPlaces = 4;
 
 // What a status bar shows of the link; since the link was opened.
 struct LinkCounters {
+    std::uint64_t ticks = 0;    // of the timer, those that left at the guard not counted
     std::uint64_t sends = 0;    // frames handed to the line
     std::uint64_t answers = 0;  // read answers of objects
     std::uint64_t frames = 0;   // accepted frames of any kind

@@ -95,6 +95,7 @@ constexpr std::array kMembers{
     Member{"fault_word1", [](const Engine& e) { return e.values().fault_text1; }},
     Member{"fault_word2", [](const Engine& e) { return e.values().fault_text2; }},
     // Since the link was opened.
+    Member{"ticks", counter<&C::ticks>},
     Member{"sends", counter<&C::sends>},
     Member{"answers", counter<&C::answers>},
     Member{"frames", counter<&C::frames>},

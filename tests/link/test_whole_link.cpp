@@ -282,7 +282,9 @@ void expect_ideal_rate(std::chrono::microseconds turnaround, double least) {
         const auto turn = std::chrono::milliseconds(6 * wheel.ticks());
         const auto sends = bench.engine.counters.sends;
         const auto answers = bench.engine.counters.answers;
+        const auto ticks = bench.engine.counters.ticks;
         bench.run_for(20 * turn);
+        EXPECT_EQ(bench.engine.counters.ticks - ticks, 40U * static_cast<unsigned>(wheel.ticks()));
         EXPECT_EQ(bench.engine.counters.sends - sends, 20U * static_cast<unsigned>(wheel.sends()));
         const double share =
             static_cast<double>(bench.engine.counters.answers - answers) / (20.0 * wheel.sends());
