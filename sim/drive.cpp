@@ -360,6 +360,10 @@ void Drive::set_load_torque(double newton_metres) {
     parts_->motion.set_load_torque(newton_metres);
 }
 
+void Drive::hold_load(bool hold) {
+    parts_->motion.hold_load(hold);
+}
+
 void Drive::power_cycle() {
     parts_->go_silent();
 }

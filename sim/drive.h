@@ -73,8 +73,12 @@ class Drive {
     // others are latched until a fault reset.
     void provoke_fault(std::uint16_t word1, std::uint16_t word2 = 0);
 
-    // Torque of the machine against the motor, in Nm; stays until the next call.
+    // Torque of the machine against the motor's positive direction, in Nm; stays until the next
+    // call.
     void set_load_torque(double newton_metres);
+
+    // Clamps the load, so that the motor can only twist the shaft.
+    void hold_load(bool hold);
 
     // Supply off and on again: everything that was not stored is lost, the drive is silent while it
     // starts. Requests and answers under way are lost.

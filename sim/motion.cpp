@@ -14,6 +14,9 @@ constexpr std::int64_t kLookSteps = 16;
 
 constexpr double kBrakeDutySeconds = 0.5;
 
+// Of a clamp on the load, Nm: more than any motor here.
+constexpr double kClampTorque = 1000.0;
+
 std::int64_t steps_of(const Object& milliseconds) {
     return milliseconds.value * 16;
 }
@@ -83,9 +86,16 @@ void Motion::set_load_torque(double newton_metres) {
     disturbed_ = true;
 }
 
+void Motion::hold_load(bool hold) {
+    load_held_ = hold;
+    disturbed_ = true;
+    configure();
+}
+
 void Motion::configure() {
     changes_seen_ = table_.changes();
     AxisSetup setup = parameters_.axis_setup(motor_);
+    if (load_held_) setup.plant.load_friction = kClampTorque;
     targets_ = parameters_.targets(motor_);
     if (!homed_) {
         // Coordinates mean nothing before the axis knows its home.

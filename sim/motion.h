@@ -33,6 +33,7 @@ class Motion : public Subsystem {
     void raise(std::uint16_t word1, std::uint16_t word2);
 
     void set_load_torque(double newton_metres);
+    void hold_load(bool hold);
 
     const Axis& axis() const { return axis_; }
     const MotorData& motor() const { return motor_; }
@@ -117,6 +118,7 @@ class Motion : public Subsystem {
     bool homed_ = false;
     bool homing_failed_ = false;
     double load_torque_ = 0.0;
+    bool load_held_ = false;
     bool disturbed_ = true;  // something changed that may set a shaft at rest in motion
 
     std::int64_t step_ = 0;

@@ -1,6 +1,7 @@
 #include "sim/pty_host.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -44,6 +45,15 @@ sigset_t stop_signals() {
     sigaddset(&set, SIGTERM);
     sigaddset(&set, SIGINT);
     return set;
+}
+
+// A pause that ends what is printed as one frame.
+constexpr nanoseconds kPrintGap = std::chrono::milliseconds(2);
+
+void print(char direction, nanoseconds time, std::span<const std::uint8_t> bytes) {
+    fmt::print("{:.6f} {} {:02X}\n", static_cast<double>(time.count()) / 1e9, direction,
+               fmt::join(bytes, " "));
+    std::fflush(stdout);
 }
 
 microseconds whole(nanoseconds time) {
@@ -114,7 +124,10 @@ void PtyHost::take_in() {
 void PtyHost::step() {
     const nanoseconds time = now();
     const std::vector<PacedBytes::Byte> heard = incoming_.take(time);
-    if (options_.print_frames && !heard.empty()) print('<', heard);
+    if (options_.print_frames) {
+        heard_.insert(heard_.end(), heard.begin(), heard.end());
+        print_heard(time);
+    }
     for (const PacedBytes::Byte& byte : heard) {
         drive_.receive({&byte.value, 1}, std::max(whole(byte.at), drive_.now()));
     }
@@ -127,23 +140,32 @@ void PtyHost::step() {
 void PtyHost::send() {
     for (const Transmission& transmission : drive_.take_output()) {
         outgoing_.put(transmission.bytes, transmission.at);
+        if (options_.print_frames) print('>', transmission.at, transmission.bytes);
     }
     const std::vector<PacedBytes::Byte> through = outgoing_.take(now());
     if (through.empty()) return;
-    if (options_.print_frames) print('>', through);
     std::vector<std::uint8_t> bytes;
     for (const PacedBytes::Byte& byte : through)
         bytes.push_back(byte.value);
     line_.write(bytes);
 }
 
-void PtyHost::print(char direction, const std::vector<PacedBytes::Byte>& bytes) const {
-    std::string text =
-        fmt::format("{:.6f} {}", static_cast<double>(bytes.back().at.count()) / 1e9, direction);
-    for (const PacedBytes::Byte& byte : bytes)
-        text += fmt::format(" {:02X}", byte.value);
-    fmt::print("{}\n", text);
-    std::fflush(stdout);
+// Ten bytes at a time, or as many as came before a pause.
+void PtyHost::print_heard(nanoseconds time) {
+    while (!heard_.empty()) {
+        std::size_t count = 1;
+        while (count < std::min(heard_.size(), kRequestBytes) &&
+               heard_[count].at - heard_[count - 1].at < kPrintGap) {
+            ++count;
+        }
+        const nanoseconds at = heard_[count - 1].at;
+        if (count == heard_.size() && count < kRequestBytes && time - at < kPrintGap) return;
+        std::vector<std::uint8_t> bytes;
+        for (std::size_t i = 0; i < count; ++i)
+            bytes.push_back(heard_[i].value);
+        print('<', at, bytes);
+        heard_.erase(heard_.begin(), heard_.begin() + static_cast<std::ptrdiff_t>(count));
+    }
 }
 
 void PtyHost::run() {

@@ -30,7 +30,7 @@ class PtyHost {
     void take_in();
     void step();
     void send();
-    void print(char direction, const std::vector<PacedBytes::Byte>& bytes) const;
+    void print_heard(std::chrono::nanoseconds time);
 
     Drive& drive_;
     PtyLine& line_;
@@ -39,6 +39,7 @@ class PtyHost {
     PacedBytes incoming_;
     PacedBytes outgoing_;
     std::chrono::nanoseconds last_heard_{0};
+    std::vector<PacedBytes::Byte> heard_;  // not printed yet
 };
 
 }  // namespace servo::sim

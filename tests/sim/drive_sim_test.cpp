@@ -1,0 +1,242 @@
+// The program on a real pseudo-terminal. Only what holds on a busy machine is asserted: that
+// answers come, and that none comes before the line could have carried it.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "sim/drive_bench.h"
+#include "sim/pty_line.h"
+
+namespace servo::sim::test {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr Eight kRead{0x40, 0x00, 0x20, 0x03, 0, 0, 0, 0};
+
+// Reads up to `count` bytes; fewer after ten seconds.
+Bytes read_bytes(int file, std::size_t count) {
+    Bytes bytes;
+    const auto end = Clock::now() + std::chrono::seconds(10);
+    while (bytes.size() < count && Clock::now() < end) {
+        pollfd wait{file, POLLIN, 0};
+        if (poll(&wait, 1, 100) <= 0 || (wait.revents & POLLIN) == 0) continue;
+        std::array<std::uint8_t, 256> part{};
+        const ssize_t got = ::read(file, part.data(), std::min(part.size(), count - bytes.size()));
+        if (got > 0) bytes.insert(bytes.end(), part.begin(), part.begin() + got);
+    }
+    return bytes;
+}
+
+class DriveSim : public ::testing::Test {
+  protected:
+    DriveSim()
+        : folder_(std::filesystem::temp_directory_path() /
+                  ("servo_drive_sim_" + std::to_string(getpid()))) {
+        std::filesystem::create_directories(folder_ / "sim");
+        std::ofstream(folder_ / "Servo.dat", std::ios::binary) << dictionary_file(bench_entries());
+        std::ofstream(folder_ / "sim" / "values.tsv") << kBenchValues;
+    }
+
+    ~DriveSim() override {
+        if (line_ >= 0) close(line_);
+        if (input_ >= 0) close(input_);
+        if (child_ > 0) {
+            kill(child_, SIGKILL);
+            waitpid(child_, nullptr, 0);
+        }
+        if (output_ >= 0) close(output_);
+        std::filesystem::remove_all(folder_);
+    }
+
+    // Starts the program; `path_` is then the line's.
+    void start(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(),
+                         {SERVO_BIN_DIR "/drive-sim", "--data", folder_.string()});
+        std::array<int, 2> in{};
+        std::array<int, 2> out{};
+        ASSERT_EQ(pipe2(in.data(), O_CLOEXEC), 0);
+        ASSERT_EQ(pipe2(out.data(), O_CLOEXEC), 0);
+        std::vector<char*> argv;
+        for (std::string& argument : arguments)
+            argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        child_ = fork();
+        if (child_ == 0) {
+            dup2(in[0], STDIN_FILENO);
+            dup2(out[1], STDOUT_FILENO);
+            execv(argv[0], argv.data());
+            _exit(127);
+        }
+        close(in[0]);
+        close(out[1]);
+        input_ = in[1];
+        output_ = out[0];
+        std::string text;
+        while (text.empty() || text.back() != '\n') {
+            const Bytes byte = read_bytes(output_, 1);
+            ASSERT_EQ(byte.size(), 1U) << text;
+            text += static_cast<char>(byte[0]);
+        }
+        ASSERT_TRUE(text.starts_with("line: /dev/")) << text;
+        path_ = text.substr(6, text.size() - 7);
+    }
+
+    void open_line() {
+        line_ = open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        ASSERT_GE(line_, 0) << path_;
+    }
+
+    Bytes ask(const Eight& payload) {
+        const Bytes bytes = frame(127, payload);
+        EXPECT_EQ(::write(line_, bytes.data(), bytes.size()), 10);
+        return read_bytes(line_, 10);
+    }
+
+    int end() {
+        int status = -1;
+        EXPECT_EQ(waitpid(child_, &status, 0), child_);
+        child_ = -1;
+        return status;
+    }
+
+    std::filesystem::path folder_;
+    std::string path_;
+    pid_t child_ = -1;
+    int input_ = -1;
+    int output_ = -1;
+    int line_ = -1;
+};
+
+TEST_F(DriveSim, AnswersOnItsLineAndEndsWithItsInput) {
+    start({});
+    open_line();
+    EXPECT_EQ(ask(kRead), frame(127, {0x4B, 0x00, 0x20, 0x03, 0x40, 0x9C, 0, 0}));
+    close(input_);
+    input_ = -1;
+    const int status = end();
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+TEST_F(DriveSim, SurvivesThatTheOtherSideClosesAndOpensAgain) {
+    start({});
+    for (int i = 0; i < 3; ++i) {
+        open_line();
+        EXPECT_EQ(ask(kRead).size(), 10U) << i;
+        close(line_);
+        line_ = -1;
+    }
+}
+
+TEST_F(DriveSim, WithALinkItIgnoresItsInputAndEndsOnSigterm) {
+    const auto link = folder_ / "line";
+    start({"--link", link.string()});
+    EXPECT_EQ(std::filesystem::read_symlink(link), path_);
+    close(input_);
+    input_ = -1;
+    open_line();
+    EXPECT_EQ(ask(kRead).size(), 10U);
+    kill(child_, SIGTERM);
+    EXPECT_EQ(end(), 0);
+    EXPECT_FALSE(std::filesystem::is_symlink(link));
+}
+
+TEST_F(DriveSim, TheLineIsRaw) {
+    start({"--set", "20000D=a\r\nb\x03\x04"});
+    open_line();
+    ask({0x40, 0x00, 0x20, 0x0D, 0, 0, 0, 0});
+    const Bytes segment = ask({0x60, 0x00, 0x20, 0x0D, 0x0D, 0x0A, 0x03, 0x04});
+    EXPECT_EQ(segment, frame(127, {0x03, 'a', '\r', '\n', 'b', 3, 4, 0}));
+}
+
+// A pseudo-terminal itself would carry this in no time.
+TEST_F(DriveSim, NoAnswerComesBeforeTheLineCouldCarryIt) {
+    start({"--baud", "9600", "--turnaround", "2000"});
+    open_line();
+    const Bytes one = frame(127, kRead);
+    Bytes burst;
+    for (int i = 0; i < 10; ++i)
+        burst.insert(burst.end(), one.begin(), one.end());
+    const auto begin = Clock::now();
+    ASSERT_EQ(::write(line_, burst.data(), burst.size()), 100);
+    EXPECT_EQ(read_bytes(line_, 100).size(), 100U);
+    // Ten requests one after the other, the turnaround, and the last answer: each byte is 1.04 ms.
+    const std::chrono::duration<double> took = Clock::now() - begin;
+    EXPECT_GE(took.count(), (100 + 10) * 10 / 9600.0 + 0.002);
+}
+
+TEST_F(DriveSim, PrintsFramesOfBothDirections) {
+    start({"--print-frames"});
+    open_line();
+    ask(kRead);
+    std::string text;
+    while (std::count(text.begin(), text.end(), '\n') < 2) {
+        const Bytes byte = read_bytes(output_, 1);
+        ASSERT_EQ(byte.size(), 1U);
+        text += static_cast<char>(byte[0]);
+    }
+    EXPECT_NE(text.find("< 7F 40 00 20 03 00 00 00 00 1E"), std::string::npos) << text;
+    EXPECT_NE(text.find("> 7F 4B"), std::string::npos) << text;
+}
+
+TEST_F(DriveSim, KeepsItsStateFileBetweenRuns) {
+    const auto state = (folder_ / "state").string();
+    start({"--state", state});
+    open_line();
+    ask({0x2F, 0x00, 0x20, 0x01, 33, 0, 0, 0});
+    EXPECT_EQ(ask({0x23, 0x10, 0x10, 0x01, 0x73, 0x61, 0x76, 0x65})[1], 0x60);
+    kill(child_, SIGTERM);
+    EXPECT_EQ(end(), 0);
+    close(line_);
+    close(input_);
+    close(output_);
+    start({"--state", state});
+    open_line();
+    EXPECT_EQ(ask({0x40, 0x00, 0x20, 0x01, 0, 0, 0, 0})[5], 33);
+}
+
+int exit_status(const std::string& arguments) {
+    const int status = std::system(
+        (SERVO_BIN_DIR "/drive-sim " + arguments + " >/dev/null 2>&1 </dev/null").c_str());
+    return WEXITSTATUS(status);
+}
+
+TEST_F(DriveSim, WrongUseIsRefused) {
+    const std::string data = "--data " + folder_.string() + " ";
+    EXPECT_EQ(exit_status(data + "--fault lightning:1"), 2);
+    EXPECT_EQ(exit_status(data + "--set 6410=1"), 2);
+    EXPECT_EQ(exit_status(data + "--id 256"), 2);
+    EXPECT_EQ(exit_status(data + "--what"), 2);
+    EXPECT_EQ(exit_status("--data " + (folder_ / "sim").string()), 4);
+    EXPECT_EQ(exit_status("--help"), 0);
+    std::ofstream(folder_ / "taken") << "x";
+    EXPECT_EQ(exit_status(data + "--link " + (folder_ / "taken").string()), 4);
+    EXPECT_TRUE(std::filesystem::is_regular_file(folder_ / "taken"));
+}
+
+TEST(PtyLink, ReplacesALinkAndRemovesOnlyItsOwn) {
+    const auto folder =
+        std::filesystem::temp_directory_path() / ("servo_link_" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+    const auto link = folder / "line";
+    EXPECT_EQ(make_link(link, "/dev/one"), std::nullopt);
+    EXPECT_EQ(make_link(link, "/dev/two"), std::nullopt);
+    EXPECT_EQ(std::filesystem::read_symlink(link), "/dev/two");
+    remove_link(link, "/dev/one");
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    remove_link(link, "/dev/two");
+    EXPECT_FALSE(std::filesystem::is_symlink(link));
+    EXPECT_TRUE(make_link(folder / "no" / "such", "/dev/one"));
+    std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace servo::sim::test
