@@ -3,13 +3,13 @@
 // dictionary are compared over all numbers of 16 bits.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "bench/ratio.h"
@@ -37,72 +37,71 @@ link::FormulaOperands operands(std::int32_t resolution, std::int16_t current, st
 // Every number of 16 bits, with a sign and without one.
 std::vector<std::int32_t> all_samples() {
     std::vector<std::int32_t> samples;
-    for (std::int32_t i = -32768; i <= 65535; ++i) samples.push_back(i);
+    for (std::int32_t i = -32768; i <= 65535; ++i)
+        samples.push_back(i);
     return samples;
 }
 
 // --- the proof --------------------------------------------------------------------------------
 
-// Unit word and line of every formula line of the dictionary, each once.
-std::set<std::pair<std::string, std::string>> dictionary_lines() {
-    std::set<std::pair<std::string, std::string>> lines;
+// Every expression of the dictionary, each once; also those of raw units, which no conversion asks
+// for.
+std::set<std::string> dictionary_expressions() {
+    std::set<std::string> expressions;
     dictionary::Store store;
-    if (!store.open_dat(SERVO_BIN_DIR)) return lines;
+    if (!store.open_dat(SERVO_BIN_DIR)) return expressions;
     constexpr std::size_t kFormulaColumn = 8;
     for (std::size_t row = 0; row < store.dictionary_rows(); ++row) {
-        std::string list = store.dictionary_cell(row, kFormulaColumn);
+        const std::string list = store.dictionary_cell(row, kFormulaColumn);
         for (std::size_t at = 0; at <= list.size();) {
             const std::size_t end = std::min(list.find('\n', at), list.size());
             const std::string line = list.substr(at, end - at);
-            lines.emplace(params::split_formula(line).unit, line);
+            expressions.insert(line.substr(std::min(line.find(']') + 1, line.size())));
             at = end + 1;
         }
     }
-    return lines;
+    return expressions;
 }
 
 struct Proof {
-    std::size_t lines = 0;
+    std::size_t runs = 0;
     std::size_t fast = 0;
     std::size_t values = 0;
     std::size_t differing = 0;
 };
 
-void compare(Proof& proof, const std::string& unit, const std::string& line,
-             const link::FormulaOperands& values, const std::vector<std::int32_t>& samples) {
-    const params::CompiledFormula formula(unit, line, values);
+void compare(Proof& proof, const std::string& list, const link::FormulaOperands& values,
+             const std::vector<std::int32_t>& samples) {
+    const params::CompiledFormula formula("u", list, values);
     std::vector<double> out(samples.size());
     formula.convert(samples, out);
     if (formula.is_fast()) ++proof.fast;
-    ++proof.lines;
+    ++proof.runs;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        const double told = params::value_to_unit(samples[i], unit, line, 4, values).value_or(0);
+        const double told = params::value_to_unit(samples[i], "u", list, 4, values).value_or(0);
         ++proof.values;
         if (std::bit_cast<std::uint64_t>(told) == std::bit_cast<std::uint64_t>(out[i])) continue;
         if (proof.differing++ == 0) {
-            std::printf("%s of %d: %.17g for %.17g\n", line.c_str(), samples[i], out[i], told);
+            std::printf("%s of %d: %.17g for %.17g\n", list.c_str(), samples[i], out[i], told);
         }
     }
 }
 
-// Words such as `DEC` never reach an expression; asked for as a word of its own, their line does.
 bool prove_dictionary() {
     const std::vector<std::int32_t> samples = all_samples();
+    const std::set<std::string> expressions = dictionary_expressions();
     Proof proof;
-    std::set<std::string> seen;
-    for (const auto& [unit, line] : dictionary_lines()) {
-        const std::string expression = line.substr(std::min(line.find(']') + 1, line.size()));
-        if (!seen.insert(expression).second) continue;
-        const std::string own = "[unit]" + expression;
-        for (const auto& values : {operands(10000, 480, 4096), operands(0, 0, -1),
-                                   operands(-131072, -31, 2147483645)}) {
-            compare(proof, "unit", own, values, samples);
+    for (const std::string& expression : expressions) {
+        for (const auto& values :
+             {operands(10000, 480, 4096), operands(0, 0, -1), operands(-131072, -31, 2147483645)}) {
+            compare(proof, "[u]" + expression, values, samples);
         }
     }
-    std::printf("proof: %zu distinct expressions of the dictionary, %zu runs with three sets of "
-                "operands, %zu of them fast, %zu values, %zu differ\n",
-                seen.size(), proof.lines, proof.fast, proof.values, proof.differing);
-    return proof.lines > 0 && proof.differing == 0;
+    std::printf(
+        "proof: %zu distinct expressions of the dictionary, %zu runs with three sets of "
+        "operands, %zu of them fast, %zu values, %zu differ\n",
+        expressions.size(), proof.runs, proof.fast, proof.values, proof.differing);
+    return proof.runs > 0 && proof.differing == 0;
 }
 
 // --- the times --------------------------------------------------------------------------------
@@ -118,7 +117,8 @@ auto loop(Arithmetic arithmetic) {
     return [arithmetic](const std::vector<std::int32_t>& samples, std::vector<double>& out) {
         const std::int32_t* from = samples.data();
         double* to = out.data();
-        for (std::size_t i = 0; i < samples.size(); ++i) to[i] = arithmetic(double(from[i]));
+        for (std::size_t i = 0; i < samples.size(); ++i)
+            to[i] = arithmetic(double(from[i]));
     };
 }
 
@@ -157,7 +157,8 @@ void measure(bench::Report& report, const Line& line, const link::FormulaOperand
     std::size_t next = 0;
     const auto by_text = [&] {
         for (std::size_t i = 0; i < kTextSamples; ++i, next = (next + 193) % samples.size()) {
-            benchmark::DoNotOptimize(params::value_to_unit(samples[next], "u", line.list, 4, values));
+            benchmark::DoNotOptimize(
+                params::value_to_unit(samples[next], "u", line.list, 4, values));
         }
     };
     const bench::Medians text = bench::take_turns(kTurns, compiled, 8, by_text, 2);

@@ -27,7 +27,8 @@ std::optional<std::int32_t> commit_value(double value);
 // significant digits are a signed 16-bit number, five to eight a signed 32-bit one.
 double hex_value(std::string_view text);
 
-// The number in front of the colon of an item such as "0:Disabled"; hexadecimal when `unit` is `HEX`.
+// The number in front of the colon of an item such as "0:Disabled"; hexadecimal when `unit` is
+// `HEX`.
 double item_value(std::string_view item, std::string_view unit);
 
 }  // namespace servo::params

@@ -16,8 +16,8 @@ namespace servo::params {
 namespace {
 
 enum class Way : std::uint8_t {
-    kRounded,   // `DEC`, `INC`, `inc`, `HEX`
-    kNothing,   // no line gives the unit: 0
+    kRounded,  // `DEC`, `INC`, `inc`, `HEX`
+    kNothing,  // no line gives the unit: 0
     kPrograms,
     kByText,
 };
@@ -92,7 +92,8 @@ template <class Sample>
 bool CompiledFormula::Data::block(std::span<const Sample> samples, double* buffers,
                                   std::span<double> out) const {
     const auto exact = [](Sample sample) { return is_exact_sample(sample); };
-    if (std::all_of(samples.begin(), samples.end(), exact)) return by_program(samples, buffers, out);
+    if (std::all_of(samples.begin(), samples.end(), exact))
+        return by_program(samples, buffers, out);
     bool good = true;
     for (std::size_t i = 0; i < samples.size(); ++i) {
         const bool done = exact(samples[i])
@@ -117,13 +118,14 @@ bool CompiledFormula::Data::convert(std::span<const Sample> samples, std::span<d
             std::fill_n(out.begin(), count, 0.0);
             return true;
         case Way::kPrograms: {
-            const std::size_t buffers = std::max(programs.from_zero.buffers, programs.negative.buffers);
+            const std::size_t buffers =
+                std::max(programs.from_zero.buffers, programs.negative.buffers);
             // A program of one buffer works in `out` alone.
             std::vector<double> scratch(buffers > 1 ? buffers * kBlock : 0);
             for (std::size_t at = 0; at < count; at += kBlock) {
                 const std::size_t length = std::min(kBlock, count - at);
-                const bool done = block(samples.subspan(at, length), scratch.data(),
-                                        out.subspan(at, length));
+                const bool done =
+                    block(samples.subspan(at, length), scratch.data(), out.subspan(at, length));
                 good = good && done;
             }
             return good;

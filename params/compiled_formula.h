@@ -1,12 +1,12 @@
 // One line of a formula list made ready for many samples, as the scope needs it.
 //
 // The text evaluator stays the authority: a compiled formula gives the same bits for every sample.
-// The line is worked through once by the very same passes, with a placeholder where the number would
-// be pasted, once as for a number from 0 up and once as for a negative one, whose "-" cuts the text.
-// What comes out is a list of operations in their written order; none is reordered or joined with a
-// neighbour. Where the pasted digits could mean anything else than their number (`2N`, `NE3`, `N!`,
-// a reference that only the digits complete), and for samples whose text is not exact, each sample
-// goes through the text evaluator.
+// The line is worked through once by the very same passes, with a placeholder where the number
+// would be pasted, once as for a number from 0 up and once as for a negative one, whose "-" cuts
+// the text. What comes out is a list of operations in their written order; none is reordered or
+// joined with a neighbour. Where the pasted digits could mean anything else than their number
+// (`2N`, `NE3`, `N!`, a reference that only the digits complete), and for samples whose text is not
+// exact, each sample goes through the text evaluator.
 #pragma once
 
 #include <cstddef>

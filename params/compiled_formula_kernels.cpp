@@ -26,14 +26,17 @@ struct Kernel {
         return step<kC>(step<kB>(step<kA>(x, a), b), c);
     }
 
-    static void load(const std::int32_t* raw, double* block, std::size_t count, const Steps& steps) {
+    static void load(const std::int32_t* raw, double* block, std::size_t count,
+                     const Steps& steps) {
         const auto [a, b, c] = steps.constants;
-        for (std::size_t i = 0; i < count; ++i) block[i] = all(raw[i], a, b, c);
+        for (std::size_t i = 0; i < count; ++i)
+            block[i] = all(raw[i], a, b, c);
     }
 
     static void run(double* block, std::size_t count, const Steps& steps) {
         const auto [a, b, c] = steps.constants;
-        for (std::size_t i = 0; i < count; ++i) block[i] = all(block[i], a, b, c);
+        for (std::size_t i = 0; i < count; ++i)
+            block[i] = all(block[i], a, b, c);
     }
 };
 
@@ -75,13 +78,15 @@ const Entry& entry_of(const Steps& steps) {
 
 template <class Combination>
 void each(double* block, std::size_t count, Combination combination) {
-    for (std::size_t i = 0; i < count; ++i) block[i] = combination(block[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        block[i] = combination(block[i]);
 }
 
 template <class Combination>
 void each_with(double* __restrict block, const double* __restrict other, std::size_t count,
                Combination combination) {
-    for (std::size_t i = 0; i < count; ++i) block[i] = combination(block[i], other[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        block[i] = combination(block[i], other[i]);
 }
 
 }  // namespace
@@ -92,7 +97,8 @@ void load_samples(std::span<const std::int32_t> raw, double* block, const Steps&
 
 void load_samples(std::span<const double> values, double* block, const Steps& steps) {
     // The text of a zero has no sign.
-    for (std::size_t i = 0; i < values.size(); ++i) block[i] = values[i] + 0.0;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        block[i] = values[i] + 0.0;
     run_steps(block, values.size(), steps);
 }
 
@@ -110,7 +116,8 @@ void combine_blocks(double* block, char op, const double* other, std::size_t cou
         case '+':
             return each_with(block, other, count, [](double a, double b) { return a + b; });
         default:
-            return each_with(block, other, count, [](double a, double b) { return std::pow(a, b); });
+            return each_with(block, other, count,
+                             [](double a, double b) { return std::pow(a, b); });
     }
 }
 
@@ -139,9 +146,11 @@ void call_logarithm(Logarithm logarithm, double* block, std::size_t count, Failu
 
 void check_block(const double* block, std::size_t count, Failures& failures) {
     unsigned bad = 0;
-    for (std::size_t i = 0; i < count; ++i) bad |= static_cast<unsigned>(!is_number(block[i]));
+    for (std::size_t i = 0; i < count; ++i)
+        bad |= static_cast<unsigned>(!is_number(block[i]));
     if (bad == 0) return;
-    for (std::size_t i = 0; i < count; ++i) failures[i] = failures[i] || !is_number(block[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        failures[i] = failures[i] || !is_number(block[i]);
 }
 
 }  // namespace servo::params

@@ -1,4 +1,5 @@
-// The loops of compiled formulas. Each handles one block, small enough to stay in the fastest cache.
+// The loops of compiled formulas. Each handles one block, small enough to stay in the fastest
+// cache.
 #pragma once
 
 #include <array>

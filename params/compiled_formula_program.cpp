@@ -176,7 +176,8 @@ class Lowering {
         std::size_t done = 0;
         // The first steps go with the loading of the samples.
         if (node == 0) done = fill(program_.instructions.back(), chain, done);
-        while (done < chain.size()) done = fill(emit(Operation::kSteps, target), chain, done);
+        while (done < chain.size())
+            done = fill(emit(Operation::kSteps, target), chain, done);
         return target;
     }
 

@@ -15,12 +15,12 @@ namespace servo::params {
 
 // All operations work in place on the buffer `target`. The buffer of the result is `out` itself.
 enum class Operation : std::uint8_t {
-    kLoad,       // the samples, through the steps
-    kSteps,      // through the steps
-    kCopy,       // from `source`
-    kWith,       // target = target op source
-    kFromLeft,   // target = constant op target, for / and ^
-    kPower,      // target = target ^ constant
+    kLoad,      // the samples, through the steps
+    kSteps,     // through the steps
+    kCopy,      // from `source`
+    kWith,      // target = target op source
+    kFromLeft,  // target = constant op target, for / and ^
+    kPower,     // target = target ^ constant
     kFunction,
     kLogarithm,
 };
@@ -29,8 +29,8 @@ struct Instruction {
     Operation operation = Operation::kLoad;
     std::uint8_t target = 0;
     std::uint8_t source = 0;
-    char op = 0;                // * / ^ or + of kWith, kFromLeft
-    bool checked = false;       // the result may be no number
+    char op = 0;           // * / ^ or + of kWith, kFromLeft
+    bool checked = false;  // the result may be no number
     Function function = Function::kSin;
     Logarithm logarithm = Logarithm::kLg;
     double constant = 0;

@@ -183,8 +183,8 @@ class SymbolMachine {
             return;
         }
         const Node& left = nodes_[static_cast<std::size_t>(node.left.node)];
-        node.least = node.op == '*' ? left.least * node.right.constant
-                                    : left.least / node.right.constant;
+        node.least =
+            node.op == '*' ? left.least * node.right.constant : left.least / node.right.constant;
         node.signed_zero = left.signed_zero || !(node.least > kSafeLeast);
     }
 

@@ -11,9 +11,9 @@ namespace servo::params {
 //
 // `*`, `/` and `^` have one precedence, strictly from left to right; "+" and "-" cut the text
 // wherever they stand. An arithmetic failure (division by zero, overflow, invalid power, logarithm
-// of zero or less, root of a negative number) gives 0. No value: the text is malformed in a way that
-// shows before the first operand has been read (more "(" than ")", `lg()` or `ln()` of nothing, more
-// than 32767 characters), and the failure goes to the caller.
+// of zero or less, root of a negative number) gives 0. No value: the text is malformed in a way
+// that shows before the first operand has been read (more "(" than ")", `lg()` or `ln()` of
+// nothing, more than 32767 characters), and the failure goes to the caller.
 std::optional<double> eval_expression(std::string_view text);
 
 }  // namespace servo::params

@@ -1,5 +1,5 @@
-// The arithmetic of expressions. Every operation says whether it came out; a false leaves the result
-// without a meaning.
+// The arithmetic of expressions. Every operation says whether it came out; a false leaves the
+// result without a meaning.
 #pragma once
 
 #include <cmath>
@@ -17,8 +17,8 @@ inline bool is_number(double value) {
 // accumulator = accumulator `op` value, with `op` one of * / ^.
 bool combine(double& accumulator, char op, double value);
 
-// All nine functions of x are computed before one is chosen, so a negative x makes each of them fail
-// through its square root. Angles are in radians.
+// All nine functions of x are computed before one is chosen, so a negative x makes each of them
+// fail through its square root. Angles are in radians.
 bool function_of(Function wanted, double x, double& result);
 
 // As above, for zero and less. The decimal logarithm is the natural one over that of 10.

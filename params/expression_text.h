@@ -11,7 +11,8 @@
 
 namespace servo::params {
 
-// Stands in a text for a parenthesis that was taken out; the number of its level follows in decimal.
+// Stands in a text for a parenthesis that was taken out; the number of its level follows in
+// decimal.
 inline constexpr char kMarker = '\x80';
 
 // Counters of characters, parentheses and signs are 16 bits wide.
@@ -20,22 +21,22 @@ inline constexpr std::size_t kCounterLimit = 32767;
 // The text of each parenthesis, innermost first as 1, 2, ..., and what remains as level 0.
 class LevelTexts {
   public:
-    // No value: a "(" without its ")", or a text that the counters cannot count. The levels refer to
-    // `text` when it holds no parenthesis.
+    // No value: a "(" without its ")", or a text that the counters cannot count. The levels refer
+    // to `text` when it holds no parenthesis.
     static std::optional<LevelTexts> strip(std::string_view text);
 
     std::size_t pairs() const { return inner_.size(); }
     std::string_view level(std::size_t index) const;
 
   private:
-    std::string_view plain_;            // level 0 of a text without parentheses
-    std::string outer_;                 // level 0 of any other
-    std::vector<std::string> inner_;    // levels 1, 2, ...
+    std::string_view plain_;          // level 0 of a text without parentheses
+    std::string outer_;               // level 0 of any other
+    std::vector<std::string> inner_;  // levels 1, 2, ...
 };
 
 // The terms of a level: cut at every "+" and "-", wherever they stand. "+" is dropped, "-" becomes
-// the first character of the term behind it. A text that begins with a sign has an empty first term;
-// a sign at the very end is lost.
+// the first character of the term behind it. A text that begins with a sign has an empty first
+// term; a sign at the very end is lost.
 class Terms {
   public:
     explicit Terms(std::string_view level) : rest_(level) {}
@@ -78,7 +79,7 @@ struct OperandForm {
     bool negative = false;
     Function function = Function::kSin;
     Logarithm logarithm = Logarithm::kLg;
-    std::string_view text;          // without the sign; behind the marker for a level or function
+    std::string_view text;  // without the sign; behind the marker for a level or function
 };
 
 OperandForm operand_form(std::string_view operand);

@@ -69,7 +69,8 @@ std::string hex_digits(double value, int bytes) {
     // All patterns of 32 bits print, so a large unsigned number is brought into the signed range.
     if (bytes == 4 && value >= 2147483648.0) value -= 4294967296.0;
     const auto width = static_cast<std::size_t>(bytes) * 2;
-    const std::string digits = std::string(width, '0') + base::hex_text(base::round_half_even(value));
+    const std::string digits =
+        std::string(width, '0') + base::hex_text(base::round_half_even(value));
     return digits.substr(digits.size() - width);
 }
 
@@ -133,8 +134,9 @@ std::optional<std::string> value_to_text(double value, std::string_view unit, st
 
 std::optional<std::string_view> unit_expression(std::string_view unit, std::string_view list) {
     const std::string closed_word = std::string(unit) + ']';
-    const auto line = find_line(
-        list, [&](std::string_view text) { return text.find(closed_word) != std::string_view::npos; });
+    const auto line = find_line(list, [&](std::string_view text) {
+        return text.find(closed_word) != std::string_view::npos;
+    });
     if (!line) return std::nullopt;
     return behind_last(*line, closed_word);
 }
@@ -168,8 +170,9 @@ std::optional<double> text_to_value(std::string_view typed, std::string_view uni
 
     // No "]" behind the word, so a word finds a longer one that begins with it.
     const std::string open_word = '[' + std::string(unit);
-    const auto line = find_line(
-        list, [&](std::string_view text) { return text.find(open_word) != std::string_view::npos; });
+    const auto line = find_line(list, [&](std::string_view text) {
+        return text.find(open_word) != std::string_view::npos;
+    });
     if (!line) return 0.0;
     const std::size_t close = line->find(']');
     if (close == std::string_view::npos || close == 0) return 0.0;  // a line without an expression
@@ -181,7 +184,8 @@ std::string ascii_bytes(double value, int size_code) {
     if (bytes != 1 && bytes != 2 && bytes != 4) return {};
     const auto number = static_cast<std::uint64_t>(base::round_half_even(value));
     std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>(number >> (8 * i) & 0xFF);
+    for (int i = 0; i < bytes; ++i)
+        text += static_cast<char>(number >> (8 * i) & 0xFF);
     return text;
 }
 

@@ -48,9 +48,9 @@ bool is_decimal_unit(std::string_view unit);
 std::optional<std::string> value_to_text(double value, std::string_view unit, std::string_view list,
                                          int size_code, const link::FormulaOperands& operands);
 
-// The number of a raw value in a unit, unrounded; whole numbers in `DEC`, `INC`, `inc`, `HEX`; 0 for
-// a unit that no line gives. `size_code` is taken for the sake of one shape of call; nothing here
-// depends on it.
+// The number of a raw value in a unit, unrounded; whole numbers in `DEC`, `INC`, `inc`, `HEX`; 0
+// for a unit that no line gives. `size_code` is taken for the sake of one shape of call; nothing
+// here depends on it.
 std::optional<double> value_to_unit(double value, std::string_view unit, std::string_view list,
                                     int size_code, const link::FormulaOperands& operands);
 
@@ -59,8 +59,8 @@ std::optional<double> value_to_unit(double value, std::string_view unit, std::st
 std::optional<double> text_to_value(std::string_view typed, std::string_view unit,
                                     std::string_view list, const link::FormulaOperands& operands);
 
-// The `ASCII` unit in bytes of the code page, lowest byte of the value first: what value_to_text and
-// text_to_value do between this and UTF-8.
+// The `ASCII` unit in bytes of the code page, lowest byte of the value first: what value_to_text
+// and text_to_value do between this and UTF-8.
 std::string ascii_bytes(double value, int size_code);
 double ascii_value(std::string_view bytes);
 
@@ -68,7 +68,8 @@ double ascii_value(std::string_view bytes);
 // when no line gives the unit.
 std::optional<std::string_view> unit_expression(std::string_view unit, std::string_view list);
 
-// The number of an expression with `value` for every capital N and the operands for their references.
+// The number of an expression with `value` for every capital N and the operands for their
+// references.
 std::optional<double> eval_with_value(std::string_view expression, double value,
                                       const link::FormulaOperands& operands);
 

@@ -150,7 +150,9 @@ TEST(FormulaBatch, NumbersMayHaveAnExponent) {
     EXPECT_EQ(answer("text\t-1.5e3\tDEC\t4\t"), "-1500");
     EXPECT_EQ(answer("unit\t.5E+1\tDEC\t4\t"), "5");
 }
-TEST(FormulaBatch, CarriageReturnAtTheEndDoesNotCount) { EXPECT_EQ(answer("hex\tFF\r"), "255"); }
+TEST(FormulaBatch, CarriageReturnAtTheEndDoesNotCount) {
+    EXPECT_EQ(answer("hex\tFF\r"), "255");
+}
 
 }  // namespace
 }  // namespace servo::cli

@@ -70,7 +70,8 @@ Sample called(Random& random, int depth) {
             break;
         case 3:
             sample.text = call("ln", sample.text);
-            sample.value = allowed && *sample.value > 0 ? finite(std::log(*sample.value)) : std::nullopt;
+            sample.value =
+                allowed && *sample.value > 0 ? finite(std::log(*sample.value)) : std::nullopt;
             break;
         default:
             sample.text = call("", sample.text);
@@ -122,7 +123,8 @@ std::string usual_expression(Random& random) {
         text += usual_operand(random, 2);
     }
     if (random.once_in(10)) text += "!*+ 5)"[random.below(6)];
-    if (random.once_in(10)) text.insert(random.below(static_cast<std::uint32_t>(text.size())), 1, 'N');
+    if (random.once_in(10))
+        text.insert(random.below(static_cast<std::uint32_t>(text.size())), 1, 'N');
     return text;
 }
 
@@ -153,11 +155,13 @@ Sample well_formed(Random& random, int depth) {
 
 std::string any_text(Random& random, std::uint32_t most) {
     constexpr std::array<std::string_view, 40> kPieces = {
-        "0",   "1",   "2",   "9",   "10",  ".",   "E",  "+",  "-",  "*",  "/",    "^",  "!",  "(",
-        ")",   "(",   ")",   "N",   "N",   "N",   " ",  "&H", "A",  "F",  "sin",  "cos", "tan", "abs",
-        "atn", "int", "fix", "sgn", "sqr", "lg",  "ln", "[",  "]",  "x",  "\x80", "[64100320]"};
+        "0",   "1",   "2",   "9",  "10",  ".",   "E",   "+",   "-",    "*",
+        "/",   "^",   "!",   "(",  ")",   "(",   ")",   "N",   "N",    "N",
+        " ",   "&H",  "A",   "F",  "sin", "cos", "tan", "abs", "atn",  "int",
+        "fix", "sgn", "sqr", "lg", "ln",  "[",   "]",   "x",   "\x80", "[64100320]"};
     std::string text;
-    for (std::uint32_t i = random.below(most + 1); i > 0; --i) text += pick(random, kPieces);
+    for (std::uint32_t i = random.below(most + 1); i > 0; --i)
+        text += pick(random, kPieces);
     return text;
 }
 

@@ -23,8 +23,12 @@ TEST(Codec, BytesOfBothSignsWriteWithTheSameSuffix) {
     EXPECT_EQ(write_key("606000", "uint8"), 0x60600001U);
     EXPECT_EQ(write_key("606000", "int8"), 0x60600001U);
 }
-TEST(Codec, StringWritesThroughKeyZero) { EXPECT_EQ(write_key("100800", "String"), 0U); }
-TEST(Codec, TypeWithoutASuffixHasKeyZero) { EXPECT_EQ(write_key("606000", ""), 0U); }
+TEST(Codec, StringWritesThroughKeyZero) {
+    EXPECT_EQ(write_key("100800", "String"), 0U);
+}
+TEST(Codec, TypeWithoutASuffixHasKeyZero) {
+    EXPECT_EQ(write_key("606000", ""), 0U);
+}
 TEST(Codec, StripBlanksGivesTheBareTypeName) {
     EXPECT_EQ(strip_blanks(std::string_view("int8  \0", 7)), "int8");
     EXPECT_EQ(strip_blanks(std::string_view(" u i\r\nnt\0008 ", 12)), "uint8");

@@ -27,7 +27,8 @@ bool goes_to_caller(std::string_view text) {
 std::vector<std::string> terms_of(std::string_view text) {
     std::vector<std::string> terms;
     Terms walk(text);
-    for (std::string_view term; walk.next(term);) terms.emplace_back(term);
+    for (std::string_view term; walk.next(term);)
+        terms.emplace_back(term);
     return terms;
 }
 
@@ -47,29 +48,44 @@ using Texts = std::vector<std::string>;
 std::string repeated(std::string_view piece, std::size_t times) {
     std::string text;
     text.reserve(piece.size() * times);
-    for (std::size_t i = 0; i < times; ++i) text += piece;
+    for (std::size_t i = 0; i < times; ++i)
+        text += piece;
     return text;
 }
 
 // --- precedence -------------------------------------------------------------------------------
 
-TEST(Expression, ProductBindsCloserThanSum) { EXPECT_EQ(value_of("2+3*4"), 14); }
-TEST(Expression, ParenthesesGroup) { EXPECT_EQ(value_of("(2+3)*4"), 20); }
-TEST(Expression, NestedParenthesesGroup) { EXPECT_EQ(value_of("2*(3+(4-1))"), 12); }
-TEST(Expression, PowerHasThePrecedenceOfAProduct) { EXPECT_EQ(value_of("2*3^2"), 36); }
-TEST(Expression, PowerWorksFromLeftToRight) { EXPECT_EQ(value_of("2^3^2"), 64); }
+TEST(Expression, ProductBindsCloserThanSum) {
+    EXPECT_EQ(value_of("2+3*4"), 14);
+}
+TEST(Expression, ParenthesesGroup) {
+    EXPECT_EQ(value_of("(2+3)*4"), 20);
+}
+TEST(Expression, NestedParenthesesGroup) {
+    EXPECT_EQ(value_of("2*(3+(4-1))"), 12);
+}
+TEST(Expression, PowerHasThePrecedenceOfAProduct) {
+    EXPECT_EQ(value_of("2*3^2"), 36);
+}
+TEST(Expression, PowerWorksFromLeftToRight) {
+    EXPECT_EQ(value_of("2^3^2"), 64);
+}
 TEST(Expression, DivisionWorksFromLeftToRight) {
     EXPECT_EQ(value_of("7*1000/3/7"), 7.0 * 1000 / 3 / 7);
     EXPECT_EQ(value_of("1/3/7*21"), 1.0 / 3 / 7 * 21);
 }
-TEST(Expression, DifferencesWorkFromLeftToRight) { EXPECT_EQ(value_of("10-3-2"), 5); }
+TEST(Expression, DifferencesWorkFromLeftToRight) {
+    EXPECT_EQ(value_of("10-3-2"), 5);
+}
 TEST(Expression, ManyParenthesesKeepTheirNumbers) {
     EXPECT_EQ(value_of("(1)+(2)+(3)+(4)+(5)+(6)+(7)+(8)+(9)+(10)+(11)*(12)"), 55 + 11 * 12);
 }
 
 // --- trailing operators and empty pieces --------------------------------------------------------
 
-TEST(Expression, TrailingProductSignDoesNothing) { EXPECT_EQ(value_of("3*"), 3); }
+TEST(Expression, TrailingProductSignDoesNothing) {
+    EXPECT_EQ(value_of("3*"), 3);
+}
 TEST(Expression, TrailingOperatorOfAnyKindDoesNothing) {
     EXPECT_EQ(value_of("3/"), 3);
     EXPECT_EQ(value_of("3^"), 3);
@@ -137,16 +153,26 @@ TEST(Expression, MinusBelongsToTheFirstOperandNotToTheTerm) {
 
 // --- factorial ----------------------------------------------------------------------------------
 
-TEST(Expression, FactorialOfFive) { EXPECT_EQ(value_of("5!"), 120); }
-TEST(Expression, FactorialTakesTheSignLast) { EXPECT_EQ(value_of("-3!"), -6); }
-TEST(Expression, FactorialOfZeroIsOne) { EXPECT_EQ(value_of("0!"), 1); }
+TEST(Expression, FactorialOfFive) {
+    EXPECT_EQ(value_of("5!"), 120);
+}
+TEST(Expression, FactorialTakesTheSignLast) {
+    EXPECT_EQ(value_of("-3!"), -6);
+}
+TEST(Expression, FactorialOfZeroIsOne) {
+    EXPECT_EQ(value_of("0!"), 1);
+}
 TEST(Expression, FactorialRoundsHalvesToEven) {
     EXPECT_EQ(value_of("2.5!"), 2);
     EXPECT_EQ(value_of("3.5!"), 24);
     EXPECT_EQ(value_of("0.5!"), 1);
 }
-TEST(Expression, FactorialWithinAProduct) { EXPECT_EQ(value_of("2*3!/4"), 3); }
-TEST(Expression, FactorialSignMustBeTheLastCharacter) { EXPECT_EQ(value_of("5!2"), 5); }
+TEST(Expression, FactorialWithinAProduct) {
+    EXPECT_EQ(value_of("2*3!/4"), 3);
+}
+TEST(Expression, FactorialSignMustBeTheLastCharacter) {
+    EXPECT_EQ(value_of("5!2"), 5);
+}
 TEST(Expression, FactorialOfANumberBeyond16BitsFails) {
     EXPECT_EQ(value_of("1+32768!"), 0);
     EXPECT_EQ(value_of("1+99999!"), 0);
@@ -156,7 +182,9 @@ TEST(Expression, FactorialThatOverflowsFails) {
     EXPECT_EQ(value_of("1+171!"), 0);
     EXPECT_EQ(value_of("1+32767!"), 0);
 }
-TEST(Expression, FactorialOfWordsIsOne) { EXPECT_EQ(value_of("x!"), 1); }
+TEST(Expression, FactorialOfWordsIsOne) {
+    EXPECT_EQ(value_of("x!"), 1);
+}
 
 // --- functions ----------------------------------------------------------------------------------
 
@@ -172,15 +200,27 @@ TEST(Expression, Functions) {
     EXPECT_EQ(value_of("sgn(0)"), 0);
     EXPECT_EQ(value_of("sqr(16)"), 4);
 }
-TEST(Expression, NaturalLogarithmOfE) { EXPECT_NEAR(value_of("ln(2.718281828)"), 1, 1e-9); }
-TEST(Expression, DecimalLogarithmOfAHundred) { EXPECT_EQ(value_of("lg(100)"), 2); }
+TEST(Expression, NaturalLogarithmOfE) {
+    EXPECT_NEAR(value_of("ln(2.718281828)"), 1, 1e-9);
+}
+TEST(Expression, DecimalLogarithmOfAHundred) {
+    EXPECT_EQ(value_of("lg(100)"), 2);
+}
 TEST(Expression, DecimalLogarithmIsTheNaturalOneOverThatOfTen) {
     EXPECT_EQ(value_of("lg(7)"), std::log(7.0) / std::log(10.0));
 }
-TEST(Expression, QuotientByAFunction) { EXPECT_EQ(value_of("1/sin(2)"), 1 / std::sin(2.0)); }
-TEST(Expression, FunctionTakesASign) { EXPECT_EQ(value_of("-sqr(9)+1"), -2); }
-TEST(Expression, FunctionsNest) { EXPECT_EQ(value_of("sqr(abs(sqr(256)))"), 4); }
-TEST(Expression, FunctionNamesAreLowerCase) { EXPECT_EQ(value_of("Sqr(16)"), 0); }
+TEST(Expression, QuotientByAFunction) {
+    EXPECT_EQ(value_of("1/sin(2)"), 1 / std::sin(2.0));
+}
+TEST(Expression, FunctionTakesASign) {
+    EXPECT_EQ(value_of("-sqr(9)+1"), -2);
+}
+TEST(Expression, FunctionsNest) {
+    EXPECT_EQ(value_of("sqr(abs(sqr(256)))"), 4);
+}
+TEST(Expression, FunctionNamesAreLowerCase) {
+    EXPECT_EQ(value_of("Sqr(16)"), 0);
+}
 TEST(Expression, FunctionNameMustTouchItsParenthesis) {
     EXPECT_EQ(value_of("sqr (16)"), 0);
     EXPECT_EQ(value_of("2+sqr16"), 2);
@@ -190,7 +230,9 @@ TEST(Expression, AbsoluteValueOfANegativeNumberFailsThroughTheRoot) {
     EXPECT_EQ(value_of("abs(-1)"), 0);
     EXPECT_EQ(value_of("5+abs(-1)"), 0);
 }
-TEST(Expression, SignOfANegativeNumberFailsThroughTheRoot) { EXPECT_EQ(value_of("7+sgn(-3)"), 0); }
+TEST(Expression, SignOfANegativeNumberFailsThroughTheRoot) {
+    EXPECT_EQ(value_of("7+sgn(-3)"), 0);
+}
 TEST(Expression, EveryFunctionFailsForANegativeNumber) {
     for (const char* name : {"sin", "cos", "tan", "abs", "atn", "int", "fix", "sgn", "sqr"}) {
         EXPECT_EQ(value_of("1+" + std::string(name) + "(0-1)"), 0) << name;
@@ -215,14 +257,18 @@ TEST(Expression, OverflowGivesZero) {
     EXPECT_EQ(value_of("10^400+7"), 0);
     EXPECT_EQ(value_of("1E308+1E308"), 0);
 }
-TEST(Expression, UnderflowIsNoFailure) { EXPECT_EQ(value_of("7+1/1E300/1E300"), 7); }
+TEST(Expression, UnderflowIsNoFailure) {
+    EXPECT_EQ(value_of("7+1/1E300/1E300"), 7);
+}
 TEST(Expression, InvalidPowerGivesZero) {
     EXPECT_EQ(value_of("7+(0-8)^0.5"), 0);
     EXPECT_EQ(value_of("7+0^(0-1)"), 0);
     EXPECT_EQ(value_of("0^0"), 1);
     EXPECT_EQ(value_of("(0-8)^3"), -512);
 }
-TEST(Expression, FailureInAnInnerLevelAbandonsTheWhole) { EXPECT_EQ(value_of("100+(1/0)*0"), 0); }
+TEST(Expression, FailureInAnInnerLevelAbandonsTheWhole) {
+    EXPECT_EQ(value_of("100+(1/0)*0"), 0);
+}
 TEST(Expression, FirstOperandThatOverflowsIsAnArithmeticFailure) {
     EXPECT_EQ(value_of("200!"), 0);
     EXPECT_EQ(value_of("1E999"), 0);
@@ -253,8 +299,12 @@ TEST(Expression, LogarithmOfNothingBehindAnOperandGivesZero) {
     EXPECT_EQ(value_of("3*ln()"), 0);
     EXPECT_EQ(value_of("(1)+lg()"), 0);
 }
-TEST(Expression, LogarithmOfABlankIsAnArithmeticFailure) { EXPECT_EQ(value_of("lg( )"), 0); }
-TEST(Expression, RootOfNothingIsZero) { EXPECT_EQ(value_of("sqr()+cos()"), 1); }
+TEST(Expression, LogarithmOfABlankIsAnArithmeticFailure) {
+    EXPECT_EQ(value_of("lg( )"), 0);
+}
+TEST(Expression, RootOfNothingIsZero) {
+    EXPECT_EQ(value_of("sqr()+cos()"), 1);
+}
 
 // --- 16-bit counters ----------------------------------------------------------------------------
 
@@ -298,12 +348,22 @@ TEST(Expression, GluedFunctionArgumentIsZero) {
     EXPECT_EQ(value_of("1+lg(7)5"), 0);
 }
 TEST(Expression, WrittenMarkerNamesALevel) {
-    EXPECT_EQ(value_of("(4)*\x80" "1"), 16);
-    EXPECT_EQ(value_of("\x80" "1+3"), 3);
+    EXPECT_EQ(value_of("(4)*\x80"
+                       "1"),
+              16);
+    EXPECT_EQ(value_of("\x80"
+                       "1+3"),
+              3);
     EXPECT_EQ(value_of("\x80+3"), 3);
-    EXPECT_TRUE(goes_to_caller("lg\x80" "7"));
+    EXPECT_TRUE(
+        goes_to_caller("lg\x80"
+                       "7"));
 }
-TEST(Expression, LevelThatIsNotYetDoneIsZero) { EXPECT_EQ(value_of("(\x80" "2+1)+(5)"), 6); }
+TEST(Expression, LevelThatIsNotYetDoneIsZero) {
+    EXPECT_EQ(value_of("(\x80"
+                       "2+1)+(5)"),
+              6);
+}
 
 // --- leading numbers ----------------------------------------------------------------------------
 
@@ -316,7 +376,9 @@ TEST(Expression, NumberStopsAtTheFirstOtherCharacter) {
     EXPECT_EQ(value_of("12abc*2"), 24);
     EXPECT_EQ(value_of("1.5.5*2"), 3);
 }
-TEST(Expression, BlanksBeforeANumberDoNotCount) { EXPECT_EQ(value_of("  2* 3"), 6); }
+TEST(Expression, BlanksBeforeANumberDoNotCount) {
+    EXPECT_EQ(value_of("  2* 3"), 6);
+}
 TEST(Expression, HexadecimalNumbersTakeTheirSignRule) {
     EXPECT_EQ(value_of("&HFF*2"), 510);
     EXPECT_EQ(value_of("&HFFFF"), -1);

@@ -10,7 +10,8 @@
 namespace servo::params {
 namespace {
 
-constexpr std::string_view kSpeed = "[DEC rpm]N*1875/512/[64100320]\n[rpm DEC]N/1875*512*[64100320]";
+constexpr std::string_view kSpeed =
+    "[DEC rpm]N*1875/512/[64100320]\n[rpm DEC]N/1875*512*[64100320]";
 
 link::FormulaOperands operands() {
     link::FormulaOperands all;
@@ -42,27 +43,45 @@ void expect_split(std::string_view line, std::string_view unit, std::string_view
 
 // --- split_formula ------------------------------------------------------------------------------
 
-TEST(SplitFormula, EmptyLineIsRawDecimal) { expect_split("", "DEC", "N*1"); }
-TEST(SplitFormula, LineWithoutABracketIsRawDecimal) { expect_split("N*5", "DEC", "N*1"); }
-TEST(SplitFormula, BracketAsFirstCharacterIsRawDecimal) { expect_split("]N*5", "DEC", "N*1"); }
-TEST(SplitFormula, NothingBehindTheBracketIsTimesOne) { expect_split("[DEC rpm]", "rpm", "N*1"); }
+TEST(SplitFormula, EmptyLineIsRawDecimal) {
+    expect_split("", "DEC", "N*1");
+}
+TEST(SplitFormula, LineWithoutABracketIsRawDecimal) {
+    expect_split("N*5", "DEC", "N*1");
+}
+TEST(SplitFormula, BracketAsFirstCharacterIsRawDecimal) {
+    expect_split("]N*5", "DEC", "N*1");
+}
+TEST(SplitFormula, NothingBehindTheBracketIsTimesOne) {
+    expect_split("[DEC rpm]", "rpm", "N*1");
+}
 TEST(SplitFormula, UnitIsTheTarget) {
     expect_split("[DEC rpm]N*1875/512/[64100320]", "rpm", "N*1875/512/[64100320]");
     expect_split("[rpm DEC]N/1875*512*[64100320]", "DEC", "N/1875*512*[64100320]");
 }
-TEST(SplitFormula, HeadOfOneWord) { expect_split("[HEX]N*1", "HEX", "N*1"); }
-TEST(SplitFormula, UnitIsAllBehindTheFirstBlank) { expect_split("[DEC deg C]N", "deg C", "N"); }
-TEST(SplitFormula, FirstCharacterOfAHeadWithoutBlankIsDropped) { expect_split("DEC]N", "EC", "N"); }
-TEST(SplitFormula, EmptyHeadHasAnEmptyUnit) { expect_split("[]N*2", "", "N*2"); }
+TEST(SplitFormula, HeadOfOneWord) {
+    expect_split("[HEX]N*1", "HEX", "N*1");
+}
+TEST(SplitFormula, UnitIsAllBehindTheFirstBlank) {
+    expect_split("[DEC deg C]N", "deg C", "N");
+}
+TEST(SplitFormula, FirstCharacterOfAHeadWithoutBlankIsDropped) {
+    expect_split("DEC]N", "EC", "N");
+}
+TEST(SplitFormula, EmptyHeadHasAnEmptyUnit) {
+    expect_split("[]N*2", "", "N*2");
+}
 TEST(SplitFormula, WidthsCut) {
     expect_split("[DEC 1234567890123456789012]N", "12345678901234567890", "N");
     expect_split("[x]" + std::string(70, '1'), "x", std::string(64, '1'));
 }
 TEST(SplitFormula, WidthsCountCharacters) {
-    expect_split("[DEC 度度度度度度度度度度度度度度度度度度度度度]N", "度度度度度度度度度度度度度度度度度度度度",
-                 "N");
+    expect_split("[DEC 度度度度度度度度度度度度度度度度度度度度度]N",
+                 "度度度度度度度度度度度度度度度度度度度度", "N");
 }
-TEST(SplitFormula, PaddingIsNoPartOfTheFields) { expect_split("[DEC rpm]N*2    ", "rpm", "N*2"); }
+TEST(SplitFormula, PaddingIsNoPartOfTheFields) {
+    expect_split("[DEC rpm]N*2    ", "rpm", "N*2");
+}
 TEST(SplitFormula, FirstLineOfAList) {
     EXPECT_EQ(first_line(kSpeed), "[DEC rpm]N*1875/512/[64100320]");
     EXPECT_EQ(first_line("[DEC]N*1"), "[DEC]N*1");
@@ -79,7 +98,9 @@ TEST(ValueToText, DecimalRoundsHalvesAwayFromZero) {
         EXPECT_EQ(text_of(4294967295.0, unit, ""), "4294967295");
     }
 }
-TEST(ValueToText, SpeedInRpm) { EXPECT_EQ(text_of(1000000, "rpm", kSpeed), "366.21"); }
+TEST(ValueToText, SpeedInRpm) {
+    EXPECT_EQ(text_of(1000000, "rpm", kSpeed), "366.21");
+}
 TEST(ValueToText, ResolutionOfZeroShowsZero) {
     EXPECT_EQ(value_to_text(1000000, "rpm", kSpeed, 4, {}), "0.00");
 }
@@ -107,7 +128,9 @@ TEST(ValueToText, WordsAreCaseSensitive) {
     EXPECT_EQ(text_of(5, "Inc", "[Inc]N*2"), "10.00");
     EXPECT_EQ(text_of(5, "Inc", ""), "");
 }
-TEST(ValueToText, EmptyExpressionShowsZero) { EXPECT_EQ(text_of(5, "rpm", "[DEC rpm]"), "0.00"); }
+TEST(ValueToText, EmptyExpressionShowsZero) {
+    EXPECT_EQ(text_of(5, "rpm", "[DEC rpm]"), "0.00");
+}
 TEST(ValueToText, HalvesOfTheSecondPlaceGoAwayFromZero) {
     EXPECT_EQ(text_of(1005, "k", "[k]N/1000"), "1.01");
     EXPECT_EQ(text_of(-1005, "k", "[k]N/1000"), "-1.01");
@@ -124,7 +147,8 @@ TEST(ValueToText, OtherUnseenObjectsComputeWithTheCachedValue) {
     link::FormulaOperands unseen = operands();
     unseen.clear_seen();
     EXPECT_EQ(value_to_text(1000000, "rpm", kSpeed, 4, unseen), "366.21");
-    EXPECT_EQ(value_to_text(1, "x", "[x]N*[65100310]*[60F61310]*[60F61110]", 4, unseen), "10080.00");
+    EXPECT_EQ(value_to_text(1, "x", "[x]N*[65100310]*[60F61310]*[60F61110]", 4, unseen),
+              "10080.00");
 }
 TEST(ValueToText, EveryReferenceIsPasted) {
     EXPECT_EQ(text_of(1, "x", "[x][64100320]+[65100310]+[30400710]+[60F61310]+[60F61110]"),
@@ -221,7 +245,9 @@ TEST(ValueToUnit, WholeNumbersInRawUnits) {
         EXPECT_FALSE(std::signbit(unit_of(-0.2, unit, "")));
     }
 }
-TEST(ValueToUnit, UnitWithoutALineIsZero) { EXPECT_EQ(unit_of(5, "rpm", "[DEC]N*1"), 0); }
+TEST(ValueToUnit, UnitWithoutALineIsZero) {
+    EXPECT_EQ(unit_of(5, "rpm", "[DEC]N*1"), 0);
+}
 TEST(ValueToUnit, AsciiIsAUnitLikeAnyOther) {
     EXPECT_EQ(unit_of(65, "ASCII", ""), 0);
     EXPECT_EQ(unit_of(65, "ASCII", "[ASCII]N*2"), 130);
@@ -248,7 +274,9 @@ TEST(TextToValue, EmptyTextIsZero) {
     EXPECT_EQ(raw_of("", "HEX", ""), 0);
     EXPECT_EQ(raw_of("", "rpm", kSpeed), 0);
 }
-TEST(TextToValue, EmptyTextInAsciiIsTheCodeOfTheDigitZero) { EXPECT_EQ(raw_of("", "ASCII", ""), 48); }
+TEST(TextToValue, EmptyTextInAsciiIsTheCodeOfTheDigitZero) {
+    EXPECT_EQ(raw_of("", "ASCII", ""), 48);
+}
 TEST(TextToValue, ElevenCharactersAreOutOfRangeInEveryUnit) {
     for (const char* unit : {"DEC", "INC", "inc", "HEX", "ASCII", "rpm", "none"}) {
         EXPECT_EQ(raw_of("12345678901", unit, kSpeed), 4294967296.0) << unit;
@@ -280,7 +308,9 @@ TEST(TextToValue, HexFollowsTheSignRule) {
 TEST(TextToValue, HexOfMoreThanEightDigitsIsPositive) {
     EXPECT_EQ(raw_of("123456789", "HEX", ""), 4886718345.0);
 }
-TEST(TextToValue, SignedHexReadsAsZero) { EXPECT_EQ(raw_of("-1", "HEX", ""), 0); }
+TEST(TextToValue, SignedHexReadsAsZero) {
+    EXPECT_EQ(raw_of("-1", "HEX", ""), 0);
+}
 TEST(TextToValue, AsciiSumsItsBytes) {
     EXPECT_EQ(raw_of("BA", "ASCII", ""), 0x4142);
     EXPECT_EQ(raw_of("中", "ASCII", ""), 0xD0D6);
@@ -292,7 +322,9 @@ TEST(TextToValue, LineBackToTheRawValue) {
     EXPECT_EQ(raw_of("2", "rps/s", "[rps/s DEC]N/1000/4000*65536*[64100320]"),
               2.0 / 1000 / 4000 * 65536 * 10000);
 }
-TEST(TextToValue, UnitWithoutALineBackIsZero) { EXPECT_EQ(raw_of("5", "rpm", "[DEC rpm]N*2"), 0); }
+TEST(TextToValue, UnitWithoutALineBackIsZero) {
+    EXPECT_EQ(raw_of("5", "rpm", "[DEC rpm]N*2"), 0);
+}
 TEST(TextToValue, WordFindsALongerOneThatBeginsWithIt) {
     EXPECT_EQ(raw_of("5", "rps", "[rps/s DEC]N*2\n[rps DEC]N*3"), 10);
 }

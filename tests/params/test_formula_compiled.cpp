@@ -36,16 +36,18 @@ void expect_same_bits(const std::string& list, const std::vector<Number>& sample
         const auto value = static_cast<double>(samples[i]);
         const auto told = value_to_unit(value, "x", list, 4, values);
         told_good = told_good && told.has_value();
-        ASSERT_EQ(std::bit_cast<std::uint64_t>(fast[i]), std::bit_cast<std::uint64_t>(told.value_or(0)))
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(fast[i]),
+                  std::bit_cast<std::uint64_t>(told.value_or(0)))
             << list << " of " << samples[i] << ": " << fast[i] << " for " << told.value_or(0);
     }
     EXPECT_EQ(good, told_good) << list;
 }
 
 std::vector<std::int32_t> edge_samples() {
-    return {0,      1,      -1,     2,      -2,         7,           -7,
-            10,     -10,    255,    -255,   32767,      -32768,      65535,
-            -65535, 100000, -99999, 123456, 2147483647, -2147483647, std::numeric_limits<int>::min()};
+    return {
+        0,      1,      -1,     2,      -2,         7,           -7,
+        10,     -10,    255,    -255,   32767,      -32768,      65535,
+        -65535, 100000, -99999, 123456, 2147483647, -2147483647, std::numeric_limits<int>::min()};
 }
 
 bool is_fast(std::string_view expression) {
@@ -63,7 +65,8 @@ TEST(CompiledFormula, ChainKeepsItsOrder) {
     expect_exact("N*1000/3/7");
     int differing = 0;
     std::vector<std::int32_t> samples(65536);
-    for (int i = 0; i < 65536; ++i) samples[static_cast<std::size_t>(i)] = i - 32768;
+    for (int i = 0; i < 65536; ++i)
+        samples[static_cast<std::size_t>(i)] = i - 32768;
     std::vector<double> out(samples.size());
     ASSERT_TRUE(CompiledFormula("x", list, operands()).convert(samples, out));
     for (std::size_t i = 0; i < samples.size(); ++i) {
@@ -83,15 +86,16 @@ TEST(CompiledFormula, LinesOfTheProgram) {
 }
 
 TEST(CompiledFormula, SumsAndParentheses) {
-    for (const char* expression :
-         {"N*9/5+32", "100-N", "N-100", "-N", "+N", "(N-32)*5/9", "N*N", "N/N", "(N+1)*(N-1)/2",
-          "N+N+N", "2*(3+(4-N))", "5", "", "N*(1)", "(N)*(N)+(N)", "((N))", "N*2 ", " N*2", "N*2*"}) {
+    for (const char* expression : {"N*9/5+32", "100-N", "N-100", "-N", "+N", "(N-32)*5/9", "N*N",
+                                   "N/N", "(N+1)*(N-1)/2", "N+N+N", "2*(3+(4-N))", "5", "", "N*(1)",
+                                   "(N)*(N)+(N)", "((N))", "N*2 ", " N*2", "N*2*"}) {
         expect_exact(expression);
     }
 }
 
 TEST(CompiledFormula, NegativeSampleBehindAnOperatorIsCutOff) {
-    for (const char* expression : {"5*N", "5/N", "2^N", "5+N*N", "1000/N/3", "(5*N)*2", "3*N-4*N"}) {
+    for (const char* expression :
+         {"5*N", "5/N", "2^N", "5+N*N", "1000/N/3", "(5*N)*2", "3*N-4*N"}) {
         expect_exact(expression);
     }
 }
@@ -104,15 +108,16 @@ TEST(CompiledFormula, NegativeOperandBehindAnOperatorIsCutOff) {
 TEST(CompiledFormula, FailuresAreZero) {
     for (const char* expression :
          {"N/[60F61110]", "N/0", "7+1/N", "7+1/(N-1)", "1+5/(1000/N)", "N^N", "N^0.5", "(N)^(0-1)",
-          "1E300*(N)*(N)", "1E300*N*1E10/1E10", "N*1E308*10", "N/1E300/1E300", "1E999+N", "200!*N"}) {
+          "1E300*(N)*(N)", "1E300*N*1E10/1E10", "N*1E308*10", "N/1E300/1E300", "1E999+N",
+          "200!*N"}) {
         expect_exact(expression);
     }
 }
 
 TEST(CompiledFormula, Functions) {
-    for (const char* expression :
-         {"sqr(N)", "1+abs(N)", "sgn(N)+5", "sin(N/100)*cos(N/7)", "tan(N)", "int(N/10)", "fix(N/10)",
-          "lg(N)", "ln(N)/lg(N)", "atn(N)*2", "sqr(abs(N*N))", "5+lg(10)*N", "3!*N", "-sqr(N)"}) {
+    for (const char* expression : {"sqr(N)", "1+abs(N)", "sgn(N)+5", "sin(N/100)*cos(N/7)",
+                                   "tan(N)", "int(N/10)", "fix(N/10)", "lg(N)", "ln(N)/lg(N)",
+                                   "atn(N)*2", "sqr(abs(N*N))", "5+lg(10)*N", "3!*N", "-sqr(N)"}) {
         expect_exact(expression);
     }
 }
@@ -131,13 +136,15 @@ TEST(CompiledFormula, FailuresOfTheTextGoToTheCaller) {
 
 TEST(CompiledFormula, DigitsThatMeanMoreThanTheirNumberGoByText) {
     for (const char* expression :
-         {"2N", "N5", "N.5", ".N", "NN", "NE3", "1EN", "&HN", "N!", "(7)N", "N*1\x80", "\x80N", "sinN",
-          "[64100N]+1", "[6410N320]", "N[1]", "N)"}) {
+         {"2N", "N5", "N.5", ".N", "NN", "NE3", "1EN", "&HN", "N!", "(7)N", "N*1\x80", "\x80N",
+          "sinN", "[64100N]+1", "[6410N320]", "N[1]", "N)"}) {
         expect_exact(expression, false);
     }
 }
 
-TEST(CompiledFormula, UnusedLevelThatMayFailGoesByText) { expect_exact("7+(1/N)5", false); }
+TEST(CompiledFormula, UnusedLevelThatMayFailGoesByText) {
+    expect_exact("7+(1/N)5", false);
+}
 
 // With twelve parentheses `(1)2` names the twelfth.
 TEST(CompiledFormula, GluedLevelThatIsThereIsTaken) {
@@ -153,7 +160,8 @@ TEST(CompiledFormula, LevelThatIsTakenTwiceStaysAsItIs) {
 
 TEST(CompiledFormula, LongLinesGoByText) {
     std::string longer = "N";
-    for (int i = 0; i < 100; ++i) longer += "*N/3";
+    for (int i = 0; i < 100; ++i)
+        longer += "*N/3";
     expect_exact(longer, false);
     expect_exact("N*" + std::string(5000, '0') + "2", false);
 }
@@ -187,9 +195,23 @@ TEST(CompiledFormula, KeepsTheOperandsOfItsCompilation) {
 }
 
 TEST(CompiledFormula, NumbersThatAreNotWholeGoByText) {
-    const std::vector<double> values = {0.5,   -0.5,  0.1,   1E14,  -1E14, 1E15,     -1E15,
-                                        1E16,  1E300, 0.00001, -0.0,  0.0,   1.0 / 3,  -1.0 / 3,
-                                        4294967295.0, 999999999999999.0, 12345678901234.5};
+    const std::vector<double> values = {0.5,
+                                        -0.5,
+                                        0.1,
+                                        1E14,
+                                        -1E14,
+                                        1E15,
+                                        -1E15,
+                                        1E16,
+                                        1E300,
+                                        0.00001,
+                                        -0.0,
+                                        0.0,
+                                        1.0 / 3,
+                                        -1.0 / 3,
+                                        4294967295.0,
+                                        999999999999999.0,
+                                        12345678901234.5};
     for (const char* expression : {"N*1000/3/7", "5*N", "N+1", "sqr(N)", "1/N", "N*N", "N^3"}) {
         expect_same_bits("[x]" + std::string(expression), values, operands());
     }
@@ -198,14 +220,16 @@ TEST(CompiledFormula, NumbersThatAreNotWholeGoByText) {
 TEST(CompiledFormula, BlocksJoinWithoutASeam) {
     for (const std::size_t count : {0U, 1U, 511U, 512U, 513U, 1025U}) {
         std::vector<std::int32_t> samples(count);
-        for (std::size_t i = 0; i < count; ++i) samples[i] = static_cast<std::int32_t>(i) - 300;
+        for (std::size_t i = 0; i < count; ++i)
+            samples[i] = static_cast<std::int32_t>(i) - 300;
         for (const char* list : {"[x]N*1875/512/[64100320]", "[x]5*N", "[x](N-3)*(N+5)/N"}) {
             expect_same_bits(list, samples, operands());
         }
     }
 }
 
-// --- the proof over random expressions, operands and values ---------------------------------------
+// --- the proof over random expressions, operands and values
+// ---------------------------------------
 
 std::int32_t random_value(Random& random) {
     const std::uint32_t bits = random.bits();
