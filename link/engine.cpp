@@ -118,6 +118,7 @@ void Engine::link_opened() {
     state.Form_Last = 0;
     state.g_FW_CRC_OK_overtimes = 0;
     state.io_refresh = 0;
+    read_without_operands_ = false;
     counters = {};
     for (Job* job : jobs_)
         if (job != nullptr) job->link_opened(*this);

@@ -145,6 +145,7 @@ class Engine {
     void send_lane();
     void send_lane0();
     void end_of_lane0();
+    bool operands_known() const;
     void send_lane1();
     void end_of_lane1();
     void send_lane2();
@@ -184,6 +185,9 @@ class Engine {
     std::vector<StatusListener*> listeners_;
     ScopeLink* scope_ = nullptr;
     LinkControl* link_control_ = nullptr;
+
+    // Page rows were asked for while an operand of the formulas was still missing.
+    bool read_without_operands_ = false;
 
     // The row whose string is being read.
     PollWindow* string_window_ = nullptr;

@@ -60,15 +60,23 @@ void Engine::send_lane0() {
     if (!inside(kLane0, state.sub_Pointer)) end_of_lane0();
 }
 
+// 30400710 is not part of the test: not every drive has it, and formulas guard it themselves.
+bool Engine::operands_known() const {
+    const FormulaOperands& known = values_.operands;
+    return known.o65100310.seen && known.o64100320.seen && known.o60F61310.seen &&
+           known.o60F61110.seen;
+}
+
 // The lane repeats until formulas can be trusted. The answer to its last request is still on its
 // way here, so the first round never passes.
 void Engine::end_of_lane0() {
     state.sub_Pointer = 0;
-    const FormulaOperands& known = values_.operands;
-    // 30400710 is not part of the test: not every drive has it, and formulas guard it themselves.
-    if (known.o65100310.seen && known.o64100320.seen && known.o60F61310.seen &&
-        known.o60F61110.seen && values_.firmware_check_known) {
+    if (operands_known() && values_.firmware_check_known) {
         state.status_lane = 1;
+        // A page that was opened in the first moments of the link went ahead of this lane. Its
+        // read-once rows were shown with operands of 0 and would stay so: they are read again.
+        if (read_without_operands_) set_all_must_fresh();
+        read_without_operands_ = false;
         return;
     }
     if (values_.firmware_check_known) return;

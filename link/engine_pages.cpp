@@ -20,6 +20,7 @@ void Engine::send_page_row() {
         ++state.sub_Pointer;
         state.allow_add_pointer = 0;
     }
+    if (!operands_known()) read_without_operands_ = true;
     PollWindow& window = *poll_windows[state.page];
     if (window.custom()) {
         send_custom_row(window);

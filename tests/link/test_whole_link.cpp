@@ -239,6 +239,24 @@ TEST_F(WholeLink, NoCellEverShowsTheOldValueAgainAfterTheAcknowledgement) {
     }
 }
 
+TEST_F(WholeLink, PageOpenedBeforeTheOperandsAreKnownIsReadAgainOnceTheyAre) {
+    FakePage page("Basic");
+    page.add("300001", "uint16", false);  // read once
+    show(page);
+    open_known();
+    engine.page_opened();  // as opening a page does: its rows go first
+    std::size_t reads_without = 0;
+    run_until([&] {
+        if (!values.operands.o64100320.seen) reads_without = page.writes.size();
+        return engine.state.status_lane == 1;
+    });
+    EXPECT_GT(reads_without, 0U);
+    run_until([&] { return engine.state.Com_Change == 1; });
+    const std::size_t before = page.writes.size();
+    run_for(500ms);
+    EXPECT_GT(page.writes.size(), before);
+}
+
 TEST_F(WholeLink, MissingFirmwareCheckDelaysThePagesByTwoRoundsOnly) {
     drive.objects.erase(0x1F5601);
     RecordingListener listener;
