@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/number.h"
 #include "params/formula.h"
 
@@ -24,8 +26,8 @@ std::string without_padding(std::string_view text) {
 // A dictionary text without an item list comes as blanks only, which the tail cutter leaves alone.
 // It must not count as a list, or a row without items would open an empty drop-down.
 std::string item_list(std::string_view padded) {
-    using namespace std::literals;
-    if (padded.find_first_not_of(" \0"sv) == std::string_view::npos) return {};
+    const auto is_padding = [](char c) { return c == ' ' || c == '\0'; };
+    if (std::all_of(padded.begin(), padded.end(), is_padding)) return {};
     return dictionary::trim_tail(padded);
 }
 
