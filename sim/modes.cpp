@@ -8,9 +8,9 @@ namespace servo::sim {
 
 std::optional<Mode> mode_of(std::int64_t number) {
     for (const Mode mode :
-         {Mode::kPulse, Mode::kImmediateSpeed, Mode::kNone, Mode::kProfilePosition,
-          Mode::kProfileSpeed, Mode::kTorque, Mode::kHoming, Mode::kInterpolated,
-          Mode::kCyclicPosition, Mode::kCyclicSpeed, Mode::kCyclicTorque}) {
+         {Mode::kPulse, Mode::kImmediateSpeed, Mode::kAutoReverse, Mode::kNone,
+          Mode::kProfilePosition, Mode::kProfileSpeed, Mode::kTorque, Mode::kHoming,
+          Mode::kInterpolated, Mode::kCyclicPosition, Mode::kCyclicSpeed, Mode::kCyclicTorque}) {
         if (static_cast<std::int64_t>(mode) == number) return mode;
     }
     return std::nullopt;
@@ -19,6 +19,7 @@ std::optional<Mode> mode_of(std::int64_t number) {
 bool holds_position(Mode mode) {
     switch (mode) {
         case Mode::kPulse:
+        case Mode::kAutoReverse:
         case Mode::kNone:
         case Mode::kProfilePosition:
         case Mode::kHoming:
@@ -54,6 +55,7 @@ void Modes::start(Mode mode, const Axis& axis) {
     speed_reached_ = false;
     held_ = false;
     current_ = axis.current_demand();
+    auto_reverse_.start(position);
     cyclic_seen_ = mode == Mode::kInterpolated ? targets_.interpolated : targets_.position;
     cyclic_from_ = position;
     cyclic_to_ = position;
@@ -97,6 +99,8 @@ SetPoint Modes::step(const Axis& axis) {
         case Mode::kTorque:
         case Mode::kCyclicTorque:
             return torque_step(axis);
+        case Mode::kAutoReverse:
+            return to_and_fro_step(axis);
     }
     return {};
 }
@@ -168,6 +172,20 @@ SetPoint Modes::torque_step(const Axis& axis) {
     return out;
 }
 
+// By time the axis is steered by speed, so the profile's place follows the axis.
+SetPoint Modes::to_and_fro_step(const Axis& axis) {
+    const double before = profile_.speed();
+    const auto place = static_cast<double>(axis.position());
+    auto_reverse_.step(profile_, targets_.to_and_fro, place);
+    if (steers_place()) return position_set_point(before);
+    profile_.set(place, profile_.speed());
+    return speed_set_point(before);
+}
+
+bool Modes::steers_place() const {
+    return holds_position(mode_) && !(mode_ == Mode::kAutoReverse && targets_.to_and_fro.by_time);
+}
+
 SetPoint Modes::stop(const Axis& axis, double deceleration) {
     const double before = profile_.speed();
     ProfileLimits limits;
@@ -175,7 +193,7 @@ SetPoint Modes::stop(const Axis& axis, double deceleration) {
     limits.acceleration = deceleration;
     limits.deceleration = deceleration;
     stopped_ = profile_.step_speed(0.0, limits);
-    if (holds_position(mode_)) return position_set_point(before);
+    if (steers_place()) return position_set_point(before);
     profile_.set(static_cast<double>(axis.position()), profile_.speed());
     current_ = axis.current_demand();
     return speed_set_point(before);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "sim/auto_reverse.h"
 #include "sim/model/axis.h"
 #include "sim/model/profile.h"
 
@@ -12,6 +13,7 @@ namespace servo::sim {
 enum class Mode : std::int8_t {
     kPulse = -4,           // follows pulses; none come, so it holds its place
     kImmediateSpeed = -3,  // the target speed at once, without a ramp
+    kAutoReverse = -1,     // turns to and fro
     kNone = 0,             // holds its place
     kProfilePosition = 1,
     kProfileSpeed = 3,
@@ -43,6 +45,7 @@ struct Targets {
     double quick_deceleration = 0.0;
     double position_forward = 0.0;  // A per count/s2 fed forward, by kind of mode
     double speed_forward = 0.0;
+    AutoReverseTargets to_and_fro;
     std::optional<double> lowest;  // limits of position
     std::optional<double> highest;
 };
@@ -69,6 +72,8 @@ class Modes {
     bool arrived() const { return !moving_; }
     double target() const { return target_; }
 
+    const AutoReverse& auto_reverse() const { return auto_reverse_; }
+
     // The generator's own speed stands at its target.
     bool speed_reached() const { return speed_reached_; }
     // A limit of position holds the axis back.
@@ -82,6 +87,8 @@ class Modes {
     SetPoint cyclic_step(double target);
     SetPoint speed_step(const Axis& axis, bool ramp);
     SetPoint torque_step(const Axis& axis);
+    SetPoint to_and_fro_step(const Axis& axis);
+    bool steers_place() const;
     double bounded(double position);
     SetPoint position_set_point(double speed_before) const;
     SetPoint speed_set_point(double speed_before) const;
@@ -89,6 +96,7 @@ class Modes {
     Mode mode_ = Mode::kNone;
     Targets targets_;
     Profile profile_;
+    AutoReverse auto_reverse_;
     double target_ = 0.0;
     std::optional<double> waiting_;
     double current_ = 0.0;

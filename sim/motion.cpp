@@ -10,7 +10,7 @@ namespace servo::sim {
 namespace {
 
 // Supervision looks once a millisecond.
-constexpr std::int64_t kLookSteps = 16;
+constexpr std::int64_t kLookSteps = kStepsPerMillisecond;
 
 constexpr double kBrakeDutySeconds = 0.5;
 
@@ -18,7 +18,7 @@ constexpr double kBrakeDutySeconds = 0.5;
 constexpr double kClampTorque = 1000.0;
 
 std::int64_t steps_of(const Object& milliseconds) {
-    return milliseconds.value * 16;
+    return milliseconds.value * kStepsPerMillisecond;
 }
 
 }  // namespace

@@ -27,87 +27,27 @@ double plain(const Object& object) {
     return static_cast<double>(object.value);
 }
 
+// An acceleration, or the other one where none is set.
+double rate(const Object& object, double other) {
+    return object.value > 0 ? plain(object) * kCountsPerAcceleration : other;
+}
+
 double at_least(double value, double least) {
     return std::max(value, least);
 }
 
 }  // namespace
 
-MotionParameters::MotionParameters(ObjectTable& t)
-    : quick_stop_option(t.bind(ids::kQuickStopOption, Type::kInt16, 2)),
-      shutdown_option(t.bind(ids::kShutdownOption, Type::kInt16, 0)),
-      disable_option(t.bind(ids::kDisableOption, Type::kInt16, 1)),
-      halt_option(t.bind(ids::kHaltOption, Type::kInt16, 1)),
-      fault_option(t.bind(ids::kFaultOption, Type::kInt16, 2)),
-      enable_at_power_up(t.bind(ids::kEnableAtPowerUp, Type::kUint8)),
-      mode(t.bind(ids::kMode, Type::kInt8, 1)),
-      control_word(t.bind(ids::kControlWord, Type::kUint16)),
-      following_window(t.bind(ids::kFollowingWindow, Type::kUint32, 10000)),
-      following_time(t.bind(ids::kFollowingTime, Type::kUint16, 10)),
-      position_window(t.bind(ids::kPositionWindow, Type::kUint32, 10)),
-      position_window_time(t.bind(ids::kPositionWindowTime, Type::kUint16, 10)),
-      target_position(t.bind(ids::kTargetPosition, Type::kInt32)),
-      home_offset(t.bind(ids::kHomeOffset, Type::kInt32)),
-      lowest_position(t.bind(ids::kLowestPosition, Type::kInt32)),
-      highest_position(t.bind(ids::kHighestPosition, Type::kInt32)),
-      polarity(t.bind(ids::kPolarity, Type::kUint8)),
-      target_at_once(t.bind(ids::kTargetAtOnce, Type::kUint8)),
-      homing_method(t.bind(ids::kHomingMethod, Type::kInt8, 35)),
-      interpolation_position(t.bind(ids::kInterpolationPosition, Type::kInt32)),
-      cycle_value(t.bind(ids::kCycleValue, Type::kUint8, 1)),
-      cycle_exponent(t.bind(ids::kCycleExponent, Type::kInt8, -3)),
-      max_profile_speed(t.bind(ids::kMaxProfileSpeed, Type::kUint32, 8738133)),
-      profile_speed(t.bind(ids::kProfileSpeed, Type::kUint32, 2730667)),
-      acceleration(t.bind(ids::kAcceleration, Type::kUint32, 16384)),
-      deceleration(t.bind(ids::kDeceleration, Type::kUint32, 16384)),
-      quick_stop_deceleration(t.bind(ids::kQuickStopDeceleration, Type::kUint32, 81920)),
-      target_speed(t.bind(ids::kTargetSpeed, Type::kInt32)),
-      speed_window(t.bind(ids::kSpeedWindow, Type::kUint16, 30)),
-      speed_window_time(t.bind(ids::kSpeedWindowTime, Type::kUint16, 10)),
-      speed_threshold(t.bind(ids::kSpeedThreshold, Type::kUint16, 10)),
-      speed_threshold_time(t.bind(ids::kSpeedThresholdTime, Type::kUint16, 20)),
-      over_speed(t.bind(ids::kOverSpeed, Type::kUint32)),
-      target_torque(t.bind(ids::kTargetTorque, Type::kInt16)),
-      target_current(t.bind(ids::kTargetCurrent, Type::kInt16)),
-      torque_source(t.bind(ids::kTorqueSource, Type::kUint8)),
-      torque_slope(t.bind(ids::kTorqueSlope, Type::kUint32, 10000)),
-      torque_speed_limit(t.bind(ids::kTorqueSpeedLimit, Type::kUint32, 8192000)),
-      max_torque(t.bind(ids::kMaxTorque, Type::kUint16, 3000)),
-      max_current(t.bind(ids::kMaxCurrent, Type::kUint16, 1502)),
-      positive_torque(t.bind(ids::kPositiveTorque, Type::kUint16, 3000)),
-      negative_torque(t.bind(ids::kNegativeTorque, Type::kUint16, 3000)),
-      rated_torque(t.bind(ids::kRatedTorque, Type::kUint32, 1270)),
-      current_kp(t.bind(ids::kCurrentKp, Type::kUint16, 420)),
-      current_ki(t.bind(ids::kCurrentKi, Type::kUint16, 130)),
-      current_bandwidth(t.bind(ids::kCurrentBandwidth, Type::kUint16, 1500)),
-      current_gain_source(t.bind(ids::kCurrentGainSource, Type::kUint8)),
-      torque_filter(t.bind(ids::kTorqueFilter, Type::kUint16, 1200)),
-      velocity_kp(t.bind(ids::kVelocityKp, Type::kUint16, 200)),
-      velocity_ki(t.bind(ids::kVelocityKi, Type::kUint16, 20)),
-      velocity_ki_fraction(t.bind(ids::kVelocityKiFraction, Type::kUint16)),
-      integral_limit(t.bind(ids::kIntegralLimit, Type::kUint16, 300)),
-      speed_filter(t.bind(ids::kSpeedFilter, Type::kUint16, 500)),
-      speed_filter_type(t.bind(ids::kSpeedFilterType, Type::kUint8)),
-      inertia_forward(t.bind(ids::kInertiaForward, Type::kUint16)),
-      reference_share(t.bind(ids::kReferenceShare, Type::kUint16, 100)),
-      position_kp(t.bind(ids::kPositionKp, Type::kUint16, 1000)),
-      speed_forward(t.bind(ids::kSpeedForward, Type::kUint16, 100)),
-      acceleration_forward(t.bind(ids::kAccelerationForward, Type::kUint16)),
-      position_loop_limit(t.bind(ids::kPositionLoopLimit, Type::kUint32, 8738133)),
-      resolution(t.bind(ids::kResolution, Type::kUint32, 10000)),
-      pole_pairs(t.bind(ids::kPolePairs, Type::kUint8, 4)),
-      motor_rated_current(t.bind(ids::kMotorRatedCurrent, Type::kUint16, 26)),
-      motor_overload_time(t.bind(ids::kMotorOverloadTime, Type::kUint16, 45)),
-      motor_max_current(t.bind(ids::kMotorMaxCurrent, Type::kInt16, 1502)),
-      inductance(t.bind(ids::kInductance, Type::kUint16, 860)),
-      resistance(t.bind(ids::kResistance, Type::kUint16, 340)),
-      voltage_constant(t.bind(ids::kVoltageConstant, Type::kUint16, 310)),
-      torque_constant(t.bind(ids::kTorqueConstant, Type::kUint16, 345)),
-      rotor_inertia(t.bind(ids::kRotorInertia, Type::kUint32, 277)),
-      inertia_ratio(t.bind(ids::kInertiaRatio, Type::kUint16, 200)),
-      peak_current(t.bind(ids::kPeakCurrent, Type::kUint16, 150)),
-      brake_ohm(t.bind(ids::kBrakeOhm, Type::kUint16)),
-      brake_level(t.bind(ids::kBrakeLevel, Type::kUint16, 380)) {}
+MotionParameters::MotionParameters(ObjectTable& table)
+    : StopObjects(table),
+      PositionObjects(table),
+      SpeedObjects(table),
+      ReverseObjects(table),
+      TorqueObjects(table),
+      LoopObjects(table),
+      MotorObjects(table),
+      mode(table.bind(ids::kMode, Type::kInt8, 1)),
+      control_word(table.bind(ids::kControlWord, Type::kUint16)) {}
 
 MotorData MotionParameters::motor_data() const {
     MotorData m;
@@ -186,11 +126,25 @@ double MotionParameters::speed_sense() const {
     return (polarity.value & 0x40) != 0 ? -1.0 : 1.0;
 }
 
+AutoReverseTargets MotionParameters::to_and_fro(double fallback) const {
+    AutoReverseTargets t;
+    t.by_time = reverse_type.value == 1;
+    t.place_a = plain(reverse_place_a);
+    t.place_b = plain(reverse_place_b);
+    t.forward_speed = plain(forward_speed) * kCountsPerSpeed;
+    t.backward_speed = plain(backward_speed) * kCountsPerSpeed;
+    t.forward_steps = forward_time.value * kStepsPerMillisecond;
+    t.backward_steps = backward_time.value * kStepsPerMillisecond;
+    t.pause_steps = reverse_pause.value * kStepsPerMillisecond;
+    t.acceleration = rate(reverse_acceleration, rate(reverse_deceleration, fallback));
+    t.deceleration = rate(reverse_deceleration, t.acceleration);
+    t.cycles = reverse_cycles.value;
+    t.travel = plain(reverse_travel);
+    return t;
+}
+
 Targets MotionParameters::targets(const MotorData& motor) const {
     const double fallback = kFallbackTurns * motor.resolution;
-    const auto rate = [&](const Object& object, double other) {
-        return object.value > 0 ? plain(object) * kCountsPerAcceleration : other;
-    };
     Targets t;
     const double most = plain(max_profile_speed) * kCountsPerSpeed;
     t.profile.speed = std::min(plain(profile_speed) * kCountsPerSpeed, most);
@@ -213,6 +167,7 @@ Targets MotionParameters::targets(const MotorData& motor) const {
     const double forward = motor.inertia / motor.torque_constant * 2.0 * kPi / motor.resolution;
     t.position_forward = forward * plain(acceleration_forward) / 100.0;
     t.speed_forward = forward * plain(inertia_forward) / 100.0;
+    t.to_and_fro = to_and_fro(fallback);
     if (lowest_position.value != 0 || highest_position.value != 0) {
         t.lowest = plain(lowest_position);
         t.highest = plain(highest_position);

@@ -10,6 +10,7 @@
 
 #include "sim/model/axis.h"
 #include "sim/modes.h"
+#include "sim/motion_objects.h"
 #include "sim/object_table.h"
 
 namespace servo::sim {
@@ -36,7 +37,14 @@ struct MotorData {
     bool wrong = false;              // something that can't be
 };
 
-class MotionParameters {
+// Parameters are public members of the groups below.
+class MotionParameters : public StopObjects,
+                         public PositionObjects,
+                         public SpeedObjects,
+                         public ReverseObjects,
+                         public TorqueObjects,
+                         public LoopObjects,
+                         public MotorObjects {
   public:
     explicit MotionParameters(ObjectTable& table);
 
@@ -56,89 +64,13 @@ class MotionParameters {
         return static_cast<double>(milliseconds.value) / 1000.0;
     }
 
-    Object& quick_stop_option;
-    Object& shutdown_option;
-    Object& disable_option;
-    Object& halt_option;
-    Object& fault_option;
-    Object& enable_at_power_up;
     Object& mode;
     Object& control_word;
-
-    Object& following_window;
-    Object& following_time;
-    Object& position_window;
-    Object& position_window_time;
-    Object& target_position;
-    Object& home_offset;
-    Object& lowest_position;
-    Object& highest_position;
-    Object& polarity;
-    Object& target_at_once;
-    Object& homing_method;
-    Object& interpolation_position;
-    Object& cycle_value;
-    Object& cycle_exponent;
-
-    Object& max_profile_speed;
-    Object& profile_speed;
-    Object& acceleration;
-    Object& deceleration;
-    Object& quick_stop_deceleration;
-    Object& target_speed;
-    Object& speed_window;
-    Object& speed_window_time;
-    Object& speed_threshold;
-    Object& speed_threshold_time;
-    Object& over_speed;
-
-    Object& target_torque;
-    Object& target_current;
-    Object& torque_source;
-    Object& torque_slope;
-    Object& torque_speed_limit;
-    Object& max_torque;
-    Object& max_current;
-    Object& positive_torque;
-    Object& negative_torque;
-    Object& rated_torque;
-
-    Object& current_kp;
-    Object& current_ki;
-    Object& current_bandwidth;
-    Object& current_gain_source;
-    Object& torque_filter;
-    Object& velocity_kp;
-    Object& velocity_ki;
-    Object& velocity_ki_fraction;
-    Object& integral_limit;
-    Object& speed_filter;
-    Object& speed_filter_type;
-    Object& inertia_forward;
-    Object& reference_share;
-    Object& position_kp;
-    Object& speed_forward;
-    Object& acceleration_forward;
-    Object& position_loop_limit;
-
-    Object& resolution;
-    Object& pole_pairs;
-    Object& motor_rated_current;
-    Object& motor_overload_time;
-    Object& motor_max_current;
-    Object& inductance;
-    Object& resistance;
-    Object& voltage_constant;
-    Object& torque_constant;
-    Object& rotor_inertia;
-    Object& inertia_ratio;
-    Object& peak_current;
-    Object& brake_ohm;
-    Object& brake_level;
 
   private:
     double current_limit(const Object& torque, const MotorData& motor) const;
     CurrentSetup current_setup(const MotorData& motor) const;
+    AutoReverseTargets to_and_fro(double fallback) const;
 };
 
 }  // namespace servo::sim

@@ -130,17 +130,19 @@ bool Motion::target_reached() const {
     switch (modes_.mode()) {
         case Mode::kProfilePosition:
             return modes_.arrived() && in_window_ > 0 &&
-                   in_window_ >= parameters_.position_window_time.value * 16;
+                   in_window_ >= parameters_.position_window_time.value * kStepsPerMillisecond;
         case Mode::kProfileSpeed:
         case Mode::kImmediateSpeed:
         case Mode::kCyclicSpeed:
             return in_speed_window_ > 0 &&
-                   in_speed_window_ >= parameters_.speed_window_time.value * 16;
+                   in_speed_window_ >= parameters_.speed_window_time.value * kStepsPerMillisecond;
         case Mode::kTorque:
         case Mode::kCyclicTorque:
             return modes_.speed_reached();
         case Mode::kHoming:
             return homed_;
+        case Mode::kAutoReverse:
+            return modes_.auto_reverse().phase() == AutoReverse::Phase::kStopped;
         case Mode::kPulse:
         case Mode::kNone:
         case Mode::kInterpolated:
@@ -151,7 +153,7 @@ bool Motion::target_reached() const {
 }
 
 bool Motion::zero_speed() const {
-    return slow_ > 0 && slow_ >= parameters_.speed_threshold_time.value * 16;
+    return slow_ > 0 && slow_ >= parameters_.speed_threshold_time.value * kStepsPerMillisecond;
 }
 
 // Bits 12 and 13.
@@ -170,6 +172,7 @@ std::uint16_t Motion::mode_bits() const {
             return static_cast<std::uint16_t>(bit(homed_, status::kHomed) |
                                               bit(homing_failed_, status::kHomingError));
         case Mode::kPulse:
+        case Mode::kAutoReverse:
         case Mode::kInterpolated:
         case Mode::kCyclicPosition:
             return static_cast<std::uint16_t>(bit(too_far_ > 0, status::kFollowingError));

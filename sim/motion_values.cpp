@@ -151,6 +151,12 @@ void Motion::show_state() {
          [](const Motion& m) { return static_cast<double>(m.status_word()); });
     show(ids::kStateInWords, Type::kUint8,
          [](const Motion& m) { return static_cast<double>(m.state_); });
+    show(ids::kReverseCyclesDone, Type::kUint16,
+         [](const Motion& m) { return static_cast<double>(m.modes_.auto_reverse().cycles()); });
+    show(ids::kReverseState, Type::kUint8, [](const Motion& m) {
+        const bool on = powered(m.state_) && m.modes_.mode() == Mode::kAutoReverse;
+        return on ? static_cast<double>(m.modes_.auto_reverse().phase()) : 0.0;
+    });
     show(ids::kModeDisplay, Type::kInt8, [](const Motion& m) {
         const bool on = powered(m.state_);
         return on ? static_cast<double>(m.modes_.mode())

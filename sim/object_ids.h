@@ -92,6 +92,22 @@ inline constexpr Identity kMoves = 0x21200A;
 inline constexpr Identity kGreatestFollowingError = 0x21200B;
 inline constexpr Identity kHomingState = 0x215006;
 
+// To and fro.
+inline constexpr Identity kReverseType = 0x205001;
+inline constexpr Identity kReversePlaceA = 0x205002;
+inline constexpr Identity kReversePlaceB = 0x205003;
+inline constexpr Identity kForwardSpeed = 0x205004;
+inline constexpr Identity kBackwardSpeed = 0x205005;
+inline constexpr Identity kForwardTime = 0x205006;
+inline constexpr Identity kBackwardTime = 0x205007;
+inline constexpr Identity kReverseAcceleration = 0x205008;
+inline constexpr Identity kReverseDeceleration = 0x205009;
+inline constexpr Identity kReversePause = 0x20500A;
+inline constexpr Identity kReverseCycles = 0x20500B;
+inline constexpr Identity kReverseCyclesDone = 0x20500C;
+inline constexpr Identity kReverseState = 0x20500D;
+inline constexpr Identity kReverseTravel = 0x20500E;
+
 // Velocity.
 inline constexpr Identity kSpeedSensor = 0x606900;
 inline constexpr Identity kSpeedDemand = 0x606B00;

@@ -145,6 +145,7 @@ void PtyHost::send() {
     const std::vector<PacedBytes::Byte> through = outgoing_.take(now());
     if (through.empty()) return;
     std::vector<std::uint8_t> bytes;
+    bytes.reserve(through.size());
     for (const PacedBytes::Byte& byte : through)
         bytes.push_back(byte.value);
     line_.write(bytes);

@@ -9,6 +9,7 @@ namespace servo::sim {
 // The step of the whole model, 16 kHz.
 inline constexpr double kStepSeconds = 62.5e-6;
 inline constexpr double kStepsPerSecond = 16000.0;
+inline constexpr std::int64_t kStepsPerMillisecond = 16;
 inline constexpr double kPi = 3.14159265358979323846;
 
 // The machine as it is, whatever the drive's parameters say of it: a 400 W motor with twice its own
