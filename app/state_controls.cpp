@@ -1,6 +1,7 @@
 #include "app/state_controls.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
@@ -10,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRadioButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTextEdit>
@@ -116,11 +118,14 @@ std::optional<ControlKind> kind_of_class(const QWidget& widget) {
     return ControlKind::kPicture;
 }
 
-// The line edit of a drop-down or a spin box, the list of an open drop-down.
+// The line edit of a drop-down or a spin box, the list of an open drop-down, the arrows of a tab
+// bar.
 bool part_of_another(const QWidget& widget) {
     for (const QWidget* parent = widget.parentWidget(); parent != nullptr;
          parent = parent->parentWidget()) {
         if (qobject_cast<const QComboBox*>(parent) != nullptr) return true;
+        if (qobject_cast<const QTabBar*>(parent) != nullptr) return true;
+        if (qobject_cast<const QAbstractSpinBox*>(parent) != nullptr) return true;
         if (parent->isWindow()) return parent->objectName().startsWith(QLatin1String("qt_"));
     }
     return false;
@@ -131,6 +136,7 @@ bool part_of_another(const QWidget& widget) {
 std::optional<ControlKind> control_kind(const QWidget& widget) {
     const QString name = widget.objectName();
     if (name.isEmpty() || name.startsWith(QLatin1String("qt_"))) return std::nullopt;
+    if (name.startsWith(QLatin1String("_q_"))) return std::nullopt;  // buttons inside of a box
     if (part_of_another(widget)) return std::nullopt;
     if (widget.property(kPictureProperty).isValid()) return ControlKind::kImage;
     return kind_of_class(widget);

@@ -189,7 +189,6 @@ void WalkPlayer::finish() {
     done_ = true;
     timer_.stop();
     Q_EMIT finished(exit_status());
-    shell_.quit_program();
 }
 
 void WalkPlayer::print_line(std::string_view line) {

@@ -38,7 +38,7 @@ class WalkPlayer final : public QObject {
     static void print_line(std::string_view line);
 
   Q_SIGNALS:
-    // The end of the file, or its `quit`. The program has not been told to quit yet.
+    // The end of the file, or its `quit`. Whoever runs the program quits it.
     void finished(int status);
 
   private:

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <set>
 
-#include "base/number.h"
 #include "cli/commands.h"
 #include "cli/drive_texts.h"
 
@@ -72,11 +71,10 @@ class Watch {
             if (ends_command(reply.outcome)) return reply.outcome;
             if (reply.outcome != Outcome::kDone && complained_.insert(target.key).second)
                 status_ = worse(status_, report(reply, key_text(target.key), options_, output_));
-            const double seconds =
-                static_cast<double>((session_.now() - start_).count()) / 1'000'000.0;
-            printer_.row({base::format_fixed(seconds, 3), key_text(target.key),
-                          raw_field(target, reply), value_text(target, reply, session_.operands()),
-                          target.unit});
+            const auto time =
+                std::chrono::duration_cast<std::chrono::milliseconds>(session_.now() - start_);
+            printer_.row({time, key_text(target.key), raw_field(target, reply),
+                          value_text(target, reply, session_.operands()), target.unit});
         }
         return Outcome::kDone;
     }

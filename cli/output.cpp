@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/number.h"
+
 namespace servo::cli {
 namespace {
 
@@ -13,15 +15,22 @@ std::string dump(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
+double seconds(std::chrono::milliseconds time) {
+    return static_cast<double>(time.count()) / 1000.0;
+}
+
 std::string plain(const Field& field) {
     if (const auto* text = std::get_if<std::string>(&field)) return field_text(*text);
     if (const auto* number = std::get_if<std::int64_t>(&field)) return std::to_string(*number);
+    if (const auto* time = std::get_if<std::chrono::milliseconds>(&field))
+        return base::format_fixed(seconds(*time), 3);
     return {};
 }
 
 Json as_json(const Field& field) {
     if (const auto* text = std::get_if<std::string>(&field)) return *text;
     if (const auto* number = std::get_if<std::int64_t>(&field)) return *number;
+    if (const auto* time = std::get_if<std::chrono::milliseconds>(&field)) return seconds(*time);
     return nullptr;
 }
 

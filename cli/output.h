@@ -2,6 +2,7 @@
 // by one tab, or as one JSON value; messages on standard error.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -19,8 +20,9 @@ struct Output {
     void message(std::string_view text) const { err(std::string(text) + "\n"); }
 };
 
-// A field: a text, a whole number, or nothing (an empty field, null in JSON).
-using Field = std::variant<std::monostate, std::string, std::int64_t>;
+// A field: a text, a whole number, a time (printed in seconds with three places), or nothing (an
+// empty field, null in JSON).
+using Field = std::variant<std::monostate, std::string, std::int64_t, std::chrono::milliseconds>;
 
 // A text as one field of a line: line feeds, tabs and other control characters are written as "\n",
 // "\t", "\xHH", so that a row stays a row.
