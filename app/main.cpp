@@ -40,7 +40,11 @@ int run(QApplication& application, const Options& options) {
         [&player] { QCoreApplication::exit(player ? player->exit_status() : 0); },
         Qt::QueuedConnection);
     if (!program.start()) return kFailed;
-    QTimer::singleShot(0, &program, &Program::connect_link);
+    // In the first pass of the loop, when the window has been drawn.
+    QTimer::singleShot(0, &program, [&program, &options] {
+        if (options.ready) WalkPlayer::print_line("ready");
+        program.connect_link();
+    });
     return QApplication::exec();
 }
 

@@ -51,6 +51,8 @@ ParsedOptions parse_options(int argc, const char* const* argv) {
     app.add_option("--lang", language, "language after start-up")
         ->type_name("zh|en")
         ->check(CLI::IsMember({"zh", "en"}));
+    app.add_flag("--ready", options.ready,
+                 "write a line \"ready\" to standard output once the main window is shown");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -19,6 +19,7 @@ struct Options {
     std::vector<std::string> open;
     std::string walk;  // walkthrough file
     std::optional<base::Language> language;
+    bool ready = false;  // say "ready" on standard output when the main window is shown
 };
 
 // What came of the arguments: options to run with, or an exit status and what to print.

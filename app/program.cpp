@@ -1,6 +1,7 @@
 #include "app/program.h"
 
 #include <QCoreApplication>
+#include <QFontMetrics>
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -24,11 +25,31 @@ std::filesystem::path folder_of(const Options& options) {
 }  // namespace
 
 Program::Program(const Options& options) : options_(options) {
-    workstation_ = std::make_unique<Workstation>(
-        Surroundings{folder_of(options_), dialogs_, port_, ports_, clock_, timer_});
+    dictionary_ = std::async(std::launch::async, &Program::read_dictionary, folder_of(options_));
+    workstation_ = std::make_unique<Workstation>(surroundings());
     form_ = std::make_unique<MDIForm1>(*workstation_, dialogs_);
     boxes_.set_parent(form_.get());
     timer_.set_tick([this] { workstation_->engine.cTmr_Timer(); });
+}
+
+Program::ReadDictionary Program::read_dictionary(const std::filesystem::path& folder) {
+    ReadDictionary read;
+    read.found = read.store.open_dat(folder);
+    // Texts of one record, so that the code page is ready as well.
+    if (read.store.count() > 0) read.store.get_record(read.store.row_identity(0));
+    return read;
+}
+
+Surroundings Program::surroundings() {
+    Surroundings given{folder_of(options_), dialogs_, port_, ports_, clock_, timer_};
+    given.open_dat = [this](dictionary::Store& store) {
+        // A second load, if there should ever be one, reads the file again.
+        ReadDictionary read =
+            dictionary_.valid() ? dictionary_.get() : read_dictionary(folder_of(options_));
+        store = std::move(read.store);
+        return read.found;
+    };
+    return given;
 }
 
 Program::~Program() {
@@ -40,7 +61,8 @@ bool Program::start() {
     if (!check_windows()) return false;
     // The simulated drive gets ready while the windows do.
     if (options_.simulate) start_simulator();
-    if (!options_.connect.empty()) names_.give(options_.connect);
+    // The fonts are looked up once, at the first text; better while the dictionary is being read.
+    QFontMetrics(form_->font()).height();
     if (!MDIForm_Load(*workstation_)) return false;
     MDIForm_Activate(*workstation_);
     if (options_.language) language_click(*workstation_, *options_.language);
@@ -79,6 +101,8 @@ void Program::start_simulator() {
 }
 
 void Program::connect_link() {
+    ports_.begin();
+    workstation_->communication.Command2_Click();
     if (!options_.simulate) {
         if (options_.connect.empty())
             Q_EMIT settled();
@@ -96,7 +120,7 @@ void Program::connect_link() {
 void Program::open_device(const QString& device) {
     link::Communication& communication = workstation_->communication;
     const std::string text = names_.give(from_qt(device));
-    communication.Command2_Click();
+    communication.Command2_Click();  // which now finds it
     if (options_.baud) {
         const std::string rate = std::to_string(*options_.baud);
         const auto* found = std::ranges::find(link::kBaudRates, rate);

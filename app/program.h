@@ -3,10 +3,12 @@
 #pragma once
 
 #include <QObject>
-#include <functional>
+#include <filesystem>
+#include <future>
 #include <memory>
 #include <string>
 
+#include "app/late_ports.h"
 #include "app/mdi_form1.h"
 #include "app/message_boxes.h"
 #include "app/options.h"
@@ -32,23 +34,36 @@ class Program final : public QObject {
     // Loads and shows everything. False when the program cannot go on; why has been said.
     bool start();
 
-    // Opens the link as the command line asks; `settled` is emitted when that has been tried.
+    // Once the window is up: lists the ports and opens the link as the command line asks.
+    // `settled` is emitted when that has been tried.
     void connect_link();
 
   Q_SIGNALS:
     void settled();
 
   private:
+    Surroundings surroundings();
     bool check_windows();
     void start_simulator();
     void open_device(const QString& device);
 
+    // The dictionary, read beside the first steps of the toolkit: both take most of the start, and
+    // neither needs the other. Nothing else ever runs beside the thread of the windows, and this
+    // has ended before anything of the program's state is filled.
+    struct ReadDictionary {
+        dictionary::Store store;
+        bool found = false;
+    };
+    static ReadDictionary read_dictionary(const std::filesystem::path& folder);
+
     Options options_;
+    std::future<ReadDictionary> dictionary_;
     MessageBoxes boxes_;
     DialogSwitch dialogs_{boxes_};
     link::PortNames names_;
     link::QtSerialPort port_{names_};
-    link::QtPortDirectory ports_{names_};
+    link::QtPortDirectory machine_ports_{names_};
+    LatePorts ports_{machine_ports_};
     base::SteadyClock clock_;
     link::QtTimer timer_;
     std::unique_ptr<Workstation> workstation_;

@@ -37,7 +37,8 @@ void ShellTools::apply(base::Language language, dictionary::Variant variant) {
 void ShellTools::set_picture(const QString& key, const QString& name) {
     if (pictures_.value(key) == name) return;
     pictures_.insert(key, name);
-    actions_.value(key)->setIcon(picture(name));
+    const bool tells_state = key == to_qt(kLinkTool) || key == to_qt(kFaultTool);
+    actions_.value(key)->setIcon(tells_state ? state_picture(name) : picture(name));
 }
 
 }  // namespace servo::app

@@ -91,7 +91,9 @@ bool MDIForm_Load(Workstation& workstation) {
     clear_shared_state(workstation);
     // The rows of the pages need names, so the dictionary is read ahead of them. That it is missing
     // is still told in its turn, behind what the page files and modbus.txt have to say.
-    const bool dictionary_found = workstation.dictionary.open_dat(workstation.folder);
+    const bool dictionary_found = workstation.open_dat
+                                      ? workstation.open_dat(workstation.dictionary)
+                                      : workstation.dictionary.open_dat(workstation.folder);
     load_pages(workstation);
     load_modbus(workstation);
     read_language(workstation);

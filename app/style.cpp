@@ -5,6 +5,7 @@
 #include <QStyleFactory>
 
 #include "app/palette.h"
+#include "app/svg_icon.h"
 
 // The pictures are in a static library, whose resources wait to be asked for. (The macro wants a
 // function outside of any namespace.)
@@ -36,8 +37,20 @@ void apply_style(QApplication& application) {
     application.setPalette(colours);
 }
 
+namespace {
+
+QString file_of(const QString& name) {
+    return QStringLiteral(":/app/icons/%1.svg").arg(name);
+}
+
+}  // namespace
+
 QIcon picture(const QString& name) {
-    return QIcon(QStringLiteral(":/app/icons/%1.svg").arg(name));
+    return QIcon(new SvgIcon(file_of(name), DisabledLook::kGrey));
+}
+
+QIcon state_picture(const QString& name) {
+    return QIcon(new SvgIcon(file_of(name), DisabledLook::kSame));
 }
 
 QStringList font_families(base::Language language) {

@@ -18,6 +18,9 @@ void apply_style(QApplication& application);
 // A picture of the program by its name ("Commpic").
 QIcon picture(const QString& name);
 
+// One that tells a state: it keeps its colours where its button can't be pressed.
+QIcon state_picture(const QString& name);
+
 // The font of a language, with the families that stand in for it where it is not installed.
 QStringList font_families(base::Language language);
 

@@ -55,6 +55,7 @@ Workstation::Workstation(const Surroundings& given)
     : folder(given.folder),
       notice(given.notice),
       cTmr(given.timer),
+      open_dat(given.open_dat),
       engine(given.port, given.clock, given.timer, values),
       communication(engine, given.port, given.ports, given.notice, given.folder) {
     engine.set_link_control(&communication);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,6 +34,9 @@ struct Surroundings {
     link::PortDirectory& ports;
     base::Clock& clock;
     link::Timer& timer;  // "Label1Timer": whoever owns it calls engine.cTmr_Timer() on each tick
+    // Fills the dictionary in place of Store::open_dat(folder), for a program that has begun to
+    // read it earlier. May be empty.
+    std::function<bool(dictionary::Store&)> open_dat = {};
 };
 
 struct Workstation {
@@ -48,6 +52,7 @@ struct Workstation {
     base::Language language = base::Language::kEnglish;
     std::string font_name{base::font_name(base::Language::kEnglish)};
     dictionary::Variant Tavro_Nevra_Other_mode = dictionary::Variant::kAllItems;
+    std::function<bool(dictionary::Store&)> open_dat;
     dictionary::Store dictionary;
     link::DriveValues values;
     ModbusList modbus_list;

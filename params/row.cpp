@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include <algorithm>
+
 #include "base/number.h"
 #include "params/formula.h"
 

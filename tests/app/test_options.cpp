@@ -19,6 +19,8 @@ TEST(Options, NothingGivenIsThePlainProgram) {
     EXPECT_FALSE(parsed.options.simulate);
     EXPECT_TRUE(parsed.options.connect.empty());
     EXPECT_FALSE(parsed.options.language);
+    EXPECT_FALSE(parsed.options.ready);
+    EXPECT_TRUE(parse({"--ready"}).options.ready);
 }
 
 TEST(Options, AllOfThem) {
