@@ -1,8 +1,10 @@
 # One place for how a target is built here.
 
+# Paths below the checkout count as relative, so that build folders and fresh clones share the cache.
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}
+                                    CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
 set(CMAKE_CXX_STANDARD 20)
