@@ -203,6 +203,29 @@ TEST_F(DriveSim, KeepsItsStateFileBetweenRuns) {
     EXPECT_EQ(ask({0x40, 0x00, 0x20, 0x01, 0, 0, 0, 0})[5], 33);
 }
 
+TEST_F(DriveSim, OptionsThatMayComeAgainAddUp) {
+    start({"--fault", "abort:200003", "--fault", "fault1:0020", "--set", "200001=7", "--set",
+           "200002=8"});
+    open_line();
+    EXPECT_EQ(ask(kRead)[1], 0x80);
+    EXPECT_EQ(ask({0x40, 0x01, 0x26, 0x00, 0, 0, 0, 0})[5], 0x20);
+    EXPECT_EQ(ask({0x40, 0x00, 0x20, 0x01, 0, 0, 0, 0})[5], 7);
+    EXPECT_EQ(ask({0x40, 0x00, 0x20, 0x02, 0, 0, 0, 0})[5], 8);
+}
+
+TEST_F(DriveSim, SpeedMakesItsSecondsShorter) {
+    const auto begin = Clock::now();
+    start({"--speed", "50"});
+    open_line();
+    Bytes answer;
+    do {
+        answer = ask({0x40, 0xF5, 0x2F, 0x00, 0, 0, 0, 0});
+        ASSERT_EQ(answer.size(), 10U);
+    } while (answer[5] < 10);
+    // Ten seconds of the drive.
+    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(9));
+}
+
 int exit_status(const std::string& arguments) {
     const int status = std::system(
         (SERVO_BIN_DIR "/drive-sim " + arguments + " >/dev/null 2>&1 </dev/null").c_str());
