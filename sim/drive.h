@@ -63,7 +63,8 @@ class Drive {
 
     // Objects, past the line. A value is the number of the object's own signed or unsigned type, as
     // of now(); nothing for an unknown object or the wrong kind. Setting obeys neither flags nor
-    // limits and is what the firmware itself would do; it is cut to the object's width.
+    // limits and is what the firmware itself would do; it is cut to the object's width. An object
+    // that follows from the drive's state shows the state again when it is read.
     std::optional<std::int64_t> value(dictionary::Identity object);
     bool set_value(dictionary::Identity object, std::int64_t value);
     std::optional<std::string> text(dictionary::Identity object);
