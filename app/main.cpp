@@ -13,6 +13,7 @@ namespace {
 using namespace servo::app;
 
 constexpr int kFailed = 1;
+constexpr int kWrongUse = 2;
 
 // Null when no walkthrough was asked for; false when it can't be read.
 bool make_player(const Options& options, Program& program, std::unique_ptr<WalkPlayer>& player) {
@@ -32,6 +33,7 @@ bool make_player(const Options& options, Program& program, std::unique_ptr<WalkP
 
 int run(QApplication& application, const Options& options) {
     Program program(options);
+    if (!program.check_windows()) return kWrongUse;
     std::unique_ptr<WalkPlayer> player;
     if (!make_player(options, program, player)) return kFailed;
     // Queued: the loop may not run yet, and whoever quits is still on the stack.

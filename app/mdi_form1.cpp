@@ -25,7 +25,7 @@ namespace servo::app {
 namespace {
 
 constexpr int kArrangeMilliseconds = 1000;
-constexpr QSize kFirstSize{1180, 760};
+constexpr QSize kFirstSize{1280, 800};
 constexpr int kTitleBar = 40;
 
 QSize first_window_size() {
@@ -273,6 +273,11 @@ void MDIForm1::unload_all() {
     Q_EMIT unloaded();
 }
 
+bool MDIForm1::has_window(const QString& name) const {
+    const link::Window* window = workstation_.find_window(from_qt(name));
+    return window != nullptr && host_->has(window->name());
+}
+
 QWidget* MDIForm1::window_widget(const QString& name) {
     const link::Window* window = workstation_.find_window(from_qt(name));
     return window == nullptr ? nullptr : host_->widget(window->name());
@@ -310,7 +315,7 @@ QMenu* MDIForm1::open_popup() {
 
 bool MDIForm1::open_window(const QString& name) {
     link::Window* window = workstation_.find_window(from_qt(name));
-    if (window == nullptr || !host_->has(window->name())) return false;
+    if (!has_window(name)) return false;
     open_page(workstation_, *window);
     return true;
 }

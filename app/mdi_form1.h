@@ -32,6 +32,9 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     MDIForm1(Workstation& workstation, DialogSwitch& dialogs);
     ~MDIForm1() override;
 
+    // Whether the program has that window; makes none.
+    bool has_window(const QString& name) const;
+
     // Screen
     void show_background() override;
     void apply_variant() override;

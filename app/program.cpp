@@ -58,7 +58,6 @@ Program::~Program() {
 }
 
 bool Program::start() {
-    if (!check_windows()) return false;
     // The simulated drive gets ready while the windows do.
     if (options_.simulate) start_simulator();
     // The fonts are looked up once, at the first text; better while the dictionary is being read.
@@ -72,10 +71,9 @@ bool Program::start() {
     return true;
 }
 
-bool Program::check_windows() {
-    const auto unknown = std::ranges::find_if(options_.open, [this](const std::string& name) {
-        return form_->window_widget(to_qt(name)) == nullptr;
-    });
+bool Program::check_windows() const {
+    const auto unknown = std::ranges::find_if(
+        options_.open, [this](const std::string& name) { return !form_->has_window(to_qt(name)); });
     if (unknown == options_.open.end()) return true;
     complain(QStringLiteral("there is no window called %1").arg(to_qt(*unknown)));
     return false;

@@ -31,6 +31,9 @@ class Program final : public QObject {
     Workstation& workstation() { return *workstation_; }
     DialogSwitch& dialogs() { return dialogs_; }
 
+    // Whether the windows of the command line are there. Says which is not.
+    bool check_windows() const;
+
     // Loads and shows everything. False when the program cannot go on; why has been said.
     bool start();
 
@@ -43,7 +46,6 @@ class Program final : public QObject {
 
   private:
     Surroundings surroundings();
-    bool check_windows();
     void start_simulator();
     void open_device(const QString& device);
 

@@ -7,7 +7,7 @@
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QMainWindow window;
-    window.resize(1180, 760);
+    window.resize(1280, 800);
     window.show();
     QTimer::singleShot(0, &application, [] {
         std::puts("shown");

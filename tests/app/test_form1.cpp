@@ -69,6 +69,31 @@ TEST(Form1, TheMenuShowsItOnTopAndTheCloseBoxHidesIt) {
     EXPECT_FALSE(shell.workstation.communication.state().dialog_visible);
 }
 
+TEST(Form1, TheOpeningRouteShowsItToo) {
+    ShownShell shell;
+    ASSERT_TRUE(shell.start());
+    EXPECT_TRUE(shell.form.open_window("Form1"));
+    EXPECT_TRUE(shell.on_screen("Form1"));
+    EXPECT_TRUE(shell.workstation.communication.state().dialog_visible);
+    EXPECT_TRUE(shell.form.close_window_by_name("Form1"));
+    EXPECT_FALSE(shell.on_screen("Form1"));
+    EXPECT_FALSE(shell.workstation.communication.state().dialog_visible);
+    EXPECT_FALSE(shell.form.open_window("Nothing"));
+}
+
+TEST(Form1, SaysWhatIsMissingWhenNoPortIsSelected) {
+    ShownShell shell;
+    shell.ports.entries.clear();
+    ASSERT_TRUE(shell.start());
+    auto* device = shell.control<QLabel>("Form1", "LabelDevice");
+    EXPECT_EQ(device->text(), "No serial port found");
+    shell.menu("chinese");
+    EXPECT_EQ(device->text(), QStringLiteral("没有找到串口"));
+    shell.ports.entries.push_back({"COM5", "/dev/ttyS4", ""});
+    shell.control<QPushButton>("Form1", "Command2")->click();
+    EXPECT_EQ(device->text(), QStringLiteral("请选择串口"));
+}
+
 TEST(Form1, EscHidesIt) {
     ShownShell shell;
     ASSERT_TRUE(shell.start());

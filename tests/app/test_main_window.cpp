@@ -141,6 +141,33 @@ TEST(MainWindow, MinimisedWindowsAreArrangedAtTheBottom) {
         }
 }
 
+bool drawn(const QImage& image) {
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (qAlpha(image.pixel(x, y)) > 128) return true;
+    return false;
+}
+
+TEST(Pictures, EveryOneIsThereAtEverySize) {
+    QStringList names{"Commpic",    "CommOKpic", "Commerrorpic", "errorgray",
+                      "errorgreen", "errorred",  "program"};
+    for (const ToolItem& item : tool_table())
+        names << to_qt(item.picture);
+    for (const QString& name : names)
+        for (const int size : {16, 24, 48})
+            EXPECT_TRUE(drawn(picture(name).pixmap(size, size).toImage()))
+                << name.toStdString() << " at " << size;
+}
+
+TEST(Pictures, AStateKeepsItsColoursOnADisabledButton) {
+    const QIcon fault = state_picture("errorred");
+    EXPECT_EQ(fault.pixmap(24, 24, QIcon::Disabled).toImage(),
+              fault.pixmap(24, 24, QIcon::Normal).toImage());
+    const QIcon open = picture("openpic");
+    EXPECT_NE(open.pixmap(24, 24, QIcon::Disabled).toImage(),
+              open.pixmap(24, 24, QIcon::Normal).toImage());
+}
+
 TEST(Language, SwitchesEveryTextAndKeepsTheValues) {
     ShownShell shell;
     ASSERT_TRUE(shell.start());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/late_ports.h"
 #include "app/menu_table.h"
 #include "shell_bench.h"
 
@@ -306,6 +307,27 @@ TEST(Link, ATimeOutClosesItThroughTheDialog) {
     EXPECT_FALSE(bench.timer.enabled());
     EXPECT_FALSE(bench.workstation.communication.link_open());
     EXPECT_EQ(bench.workstation.engine.pictures.button4(), "Commerrorpic");
+}
+
+TEST(LatePorts, AreNoneUntilTheyBegin) {
+    test::PortList machine;
+    LatePorts ports(machine);
+    std::vector<link::PortDirectory::Entry> entries{{"COM9", "", ""}};
+    EXPECT_TRUE(ports.list(entries));
+    EXPECT_TRUE(entries.empty());
+    ports.begin();
+    EXPECT_TRUE(ports.list(entries));
+    EXPECT_EQ(entries.size(), 2U);
+}
+
+TEST(StartUp, TakesADictionaryThatWasReadBefore) {
+    ShellBench bench;
+    Workstation workstation{Surroundings{
+        bench.folder.path() / "elsewhere", bench.notice, bench.port, bench.ports, bench.clock,
+        bench.timer,
+        [&bench](dictionary::Store& store) { return store.open_dat(bench.folder.path()); }}};
+    EXPECT_TRUE(MDIForm_Load(workstation));
+    EXPECT_EQ(workstation.dictionary.count(), 13);
 }
 
 TEST(FindWindow, TakesNamesWithoutRegardToCase) {
