@@ -64,6 +64,10 @@ std::string WalkActions::open(const WalkCommand& command) {
 }
 
 std::string WalkActions::close(const WalkCommand& command) {
+    if (command.window == "MDIForm1") {
+        shell_.main_window()->close();
+        return {};
+    }
     return shell_.close_window_by_name(qt(command.window)) ? std::string{}
                                                            : no_such("window", command.window);
 }

@@ -1,6 +1,7 @@
 #include "app/walk_player.h"
 
 #include <QApplication>
+#include <QMainWindow>
 #include <cstdio>
 
 #include "app/walk_target.h"
@@ -49,8 +50,10 @@ void WalkPlayer::step() {
         schedule(kNestedMilliseconds);
         return;
     }
-    if (still_waiting()) return;
-    if (next_ == commands_.size()) {
+    // A command may have ended the program, by its menu item or its close box.
+    const bool program_over = !shell_.main_window()->isVisible();
+    if (!program_over && still_waiting()) return;
+    if (program_over || next_ == commands_.size()) {
         finish();
         return;
     }

@@ -93,7 +93,7 @@ TargetText read_target(ShellAccess& shell, const WalkTarget& target) {
 }
 
 std::string target_name(const WalkTarget& target) {
-    const std::string control = target.window + "." + target.control;
+    std::string control = target.window + "." + target.control;
     switch (target.kind) {
         case TargetKind::kText:
             return control;

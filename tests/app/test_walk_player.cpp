@@ -186,6 +186,19 @@ TEST_F(WalkPlayerTest, QuitEndsBeforeTheEndOfTheFile) {
     EXPECT_EQ(played.status, 0);
 }
 
+TEST_F(WalkPlayerTest, NothingIsPlayedOnceTheProgramIsOver) {
+    const Played played = play("menu quit1\nprint MDIForm1.caption\nuntil Basic.visible true\n");
+    EXPECT_EQ(played.lines, Lines{});
+    EXPECT_EQ(played.status, 0);
+}
+
+TEST_F(WalkPlayerTest, CloseBoxOfTheMainWindowEndsTheProgram) {
+    const Played played =
+        play("expect Basic.visible true\nclose MDIForm1\nprint MDIForm1.caption\n");
+    EXPECT_EQ(played.lines, (Lines{"test.walk:1: Basic.visible is 'false', not 'true'"}));
+    EXPECT_EQ(played.status, 1);
+}
+
 TEST_F(WalkPlayerTest, PrintsControlsOfTheDialogAndOfTheEngine) {
     const Played played = play(
         "menu Communication_Settings\n"
