@@ -1,18 +1,16 @@
 // From the start of the process to the main window shown, offscreen, with a dictionary of 1,200
 // records: against 0.7 s, and against an empty main window started in turn with it.
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/file.h"
+#include "bench/process.h"
 #include "bench/ratio.h"
 
 namespace {
@@ -71,39 +69,18 @@ class Start {
     explicit Start(std::vector<std::string> command) : command_(std::move(command)) {}
 
     void operator()() {
-        std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0) return fail();
-        posix_spawn_file_actions_t actions{};
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-        std::vector<char*> arguments;
-        for (std::string& argument : command_)
-            arguments.push_back(argument.data());
-        arguments.push_back(nullptr);
-        const int result =
-            ::posix_spawn(&child_, arguments[0], &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-        char byte = 0;
-        while (result == 0 && byte != '\n')
-            if (::read(ends[0], &byte, 1) != 1) break;
-        ::close(ends[0]);
-        if (result != 0 || byte != '\n') fail();
+        process_.emplace(command_);
+        if (process_->line().empty()) failed_ = true;
     }
-
     void finish() {
-        int status = 0;
-        if (child_ > 0 && ::waitpid(child_, &status, 0) == child_ && status != 0) fail();
-        child_ = 0;
+        if (process_ && !process_->finish()) failed_ = true;
+        process_.reset();
     }
     bool failed() const { return failed_; }
 
   private:
-    void fail() { failed_ = true; }
-
     std::vector<std::string> command_;
-    pid_t child_ = 0;
+    std::optional<servo::bench::Process> process_;
     bool failed_ = false;
 };
 
