@@ -73,7 +73,10 @@ std::string QtEnvironment::port_text(const Options& options, std::string& error)
 OpenedLink QtEnvironment::open_link(const Options& options) {
     OpenedLink opened;
     const std::string text = port_text(options, opened.error);
-    if (text.empty()) return opened;
+    if (text.empty()) {
+        if (!options.sim) opened.status = ExitStatus::kWrongUse;  // nothing was named
+        return opened;
+    }
     const std::string shown = options.port.empty() ? text : options.port;
     switch (session_.open(text, options.baud, options.id)) {
         case link::OpenResult::kOpened:

@@ -118,6 +118,19 @@ TEST(ServoctlProcess, WrongPortIsThree) {
     EXPECT_EQ(result.err, "servoctl: the port /dev/no-such-port can't be opened\n");
 }
 
+TEST(ServoctlProcess, PortUsedLastIsTakenAndNoneAtAllIsTwo) {
+    const TempFolder data;
+    std::filesystem::create_symlink(program("qorlan.dat"), data / "qorlan.dat");
+    const Result none = run({"--data", data.path().string(), "read", "606300"});
+    EXPECT_EQ(none.status, 2);
+    EXPECT_EQ(none.err, "servoctl: no port is known; name one with --port, or use --sim\n");
+    std::filesystem::create_directory(data / "sys");
+    data.put("sys/sys.ini", "[com]\r\ncomid=COM99\r\n");
+    const Result saved = run({"--data", data.path().string(), "read", "606300"});
+    EXPECT_EQ(saved.status, 3);
+    EXPECT_EQ(saved.err, "servoctl: the port COM99 can't be opened\n");
+}
+
 TEST(ServoctlProcess, WrongKeyIsTwo) {
     const Result digits = run({"--sim", "read", "60630G"});
     EXPECT_EQ(digits.status, 2);
