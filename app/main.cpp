@@ -63,6 +63,6 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("servo-workstation"));
     QApplication::setApplicationVersion(QStringLiteral(SERVO_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
-    apply_style(application);
+    apply_style();
     return run(application, parsed.options);
 }

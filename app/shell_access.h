@@ -2,9 +2,8 @@
 // program's windows, controls and menu items carry.
 //
 // Controls of a window are its descendants with that objectName (`Command1`, `Check1(3)`); grids
-// are QTableView with the grid's name, their models hold all columns, the hidden ones too, and row
-// 0 is the told header row when the model says so (see params/page_window.h). A control whose
-// objectName begins with "qt_" or is empty is not part of the told surface.
+// are QTableView with the grid's name, read and clicked by params/grid_access_view.h, where row 0
+// is the header. A control whose objectName begins with "qt_" or is empty is the toolkit's own.
 #pragma once
 
 #include <QString>

@@ -15,9 +15,9 @@ static void load_pictures() {
 
 namespace servo::app {
 
-void apply_style(QApplication& application) {
+void apply_style() {
     load_pictures();
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QPalette colours;
     colours.setColor(QPalette::Window, palette::kWindow);
     colours.setColor(QPalette::WindowText, palette::kText);
@@ -34,7 +34,7 @@ void apply_style(QApplication& application) {
     colours.setColor(QPalette::Link, palette::kHighlight);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         colours.setColor(QPalette::Disabled, role, palette::kDisabledText);
-    application.setPalette(colours);
+    QApplication::setPalette(colours);
 }
 
 namespace {

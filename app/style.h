@@ -7,13 +7,11 @@
 
 #include "base/language.h"
 
-class QApplication;
-
 namespace servo::app {
 
 // One look on every desktop: told cell colours are light, so a dark desktop must not turn the text
-// on them light as well.
-void apply_style(QApplication& application);
+// on them light as well. Call it once, behind the construction of QApplication.
+void apply_style();
 
 // A picture of the program by its name ("Commpic").
 QIcon picture(const QString& name);

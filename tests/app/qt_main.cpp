@@ -8,6 +8,6 @@ int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    servo::app::apply_style(application);
+    servo::app::apply_style();
     return RUN_ALL_TESTS();
 }
