@@ -15,6 +15,16 @@ using namespace servo::app;
 constexpr int kFailed = 1;
 constexpr int kWrongUse = 2;
 
+QtMessageHandler toolkits_own = nullptr;
+
+// A platform without a display says of each thing that it leaves out that it does so. Whoever plays
+// a walkthrough there reads the output, and has no use for these lines.
+void pass_messages_on(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (text.startsWith(QLatin1String("This plugin does not support"))) return;
+    if (text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
+    toolkits_own(type, context, text);
+}
+
 // Null when no walkthrough was asked for; false when it can't be read.
 bool make_player(const Options& options, Program& program, std::unique_ptr<WalkPlayer>& player) {
     if (options.walk.empty()) return true;
@@ -59,6 +69,7 @@ int main(int argc, char** argv) {
         std::fputs(parsed.error.c_str(), stderr);
         return *parsed.exit_status;
     }
+    toolkits_own = qInstallMessageHandler(pass_messages_on);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("servo-workstation"));
     QApplication::setApplicationVersion(QStringLiteral(SERVO_VERSION));

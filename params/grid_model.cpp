@@ -61,7 +61,7 @@ QString GridModel::tool_tip(int row, int column) const {
     if (column == kNumber && grid_.row(row).is_static())
         return to_qt(kStaticTip.in(grid_.language()));
     if (column != kValue) return {};
-    const QString value = shown_text(grid_.cell(row, kValue));
+    QString value = shown_text(grid_.cell(row, kValue));
     for (const std::string& item : value_items(grid_.row(row), grid_.language())) {
         if (!value.isEmpty() && to_qt(item).startsWith(value + QLatin1Char(':')))
             return to_qt(item);

@@ -220,7 +220,7 @@ void Motion::keep_greatest() {
 }
 
 void Motion::raise(std::uint16_t word1, std::uint16_t word2) {
-    const Reaction reaction = supervision_.raise(word1, word2);
+    const Reaction reaction = supervision_.provoke(word1, word2);
     if (reaction != Reaction::kNone) react(reaction);
 }
 

@@ -93,6 +93,8 @@ void Supervision::power_up() {
     extended_ = 0;
     standing1_ = 0;
     standing2_ = 0;
+    provoked1_ = 0;
+    provoked2_ = 0;
     error_code_ = 0;
     news_ = false;
     motor_overload_ = 0.0;
@@ -157,8 +159,10 @@ Reaction Supervision::look(const Readings& readings, double seconds) {
 
 // Faults that are set to reset themselves go with their cause.
 void Supervision::reset_self() {
-    word1_ = static_cast<std::uint16_t>(word1_ & ~(self1_.value & ~unsigned{standing1_}));
-    word2_ = static_cast<std::uint16_t>(word2_ & ~(self2_.value & ~unsigned{standing2_}));
+    const unsigned stay1 = unsigned{standing1_} | provoked1_;
+    const unsigned stay2 = unsigned{standing2_} | provoked2_;
+    word1_ = static_cast<std::uint16_t>(word1_ & ~(self1_.value & ~stay1));
+    word2_ = static_cast<std::uint16_t>(word2_ & ~(self2_.value & ~stay2));
     if (!faulty()) reset();
 }
 
@@ -176,11 +180,19 @@ Reaction Supervision::raise(std::uint16_t word1, std::uint16_t word2) {
     return all_ramp ? Reaction::kRamp : Reaction::kCoast;
 }
 
+Reaction Supervision::provoke(std::uint16_t word1, std::uint16_t word2) {
+    provoked1_ = static_cast<std::uint16_t>(provoked1_ | word1);
+    provoked2_ = static_cast<std::uint16_t>(provoked2_ | word2);
+    return raise(word1, word2);
+}
+
 bool Supervision::take_news() {
     return std::exchange(news_, false);
 }
 
 bool Supervision::reset() {
+    provoked1_ = 0;
+    provoked2_ = 0;
     word1_ = static_cast<std::uint16_t>(word1_ & standing1_);
     word2_ = static_cast<std::uint16_t>(word2_ & standing2_);
     if ((word1_ & fault1::kExtended) == 0) extended_ = 0;

@@ -58,6 +58,9 @@ class Supervision : public Subsystem {
 
     // Latches bits that are new and not masked.
     Reaction raise(std::uint16_t word1, std::uint16_t word2);
+    // As raise, for bits without a cause in the model: they wait for a reset command, also where
+    // the faults are set to reset themselves, or nobody would ever see them.
+    Reaction provoke(std::uint16_t word1, std::uint16_t word2);
 
     // Clears what no longer has a cause. True when nothing is left.
     bool reset();
@@ -108,6 +111,8 @@ class Supervision : public Subsystem {
     std::uint16_t extended_ = 0;
     std::uint16_t standing1_ = 0;  // causes as of the last look
     std::uint16_t standing2_ = 0;
+    std::uint16_t provoked1_ = 0;  // until the next reset
+    std::uint16_t provoked2_ = 0;
     std::uint16_t error_code_ = 0;
     bool news_ = false;
     double motor_overload_ = 0.0;

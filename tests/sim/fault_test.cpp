@@ -97,6 +97,16 @@ TEST(Fault, GivenAtStartStandsFromPowerUpAndAfterEachRestart) {
     EXPECT_EQ(word1(bench), 0x0020);
 }
 
+TEST(Fault, GivenAtStartIsSeenThoughItsBitResetsItself) {
+    Options options;
+    ASSERT_FALSE(add_fault(options, "fault2:0040"));
+    DriveBench bench(options);
+    bench.run(milliseconds(100));
+    EXPECT_EQ(bench.read(0x260200), 0x0040U);
+    reset(bench);
+    EXPECT_EQ(bench.read(0x260200), 0U);
+}
+
 void spin(DriveBench& bench) {
     bench.drive().set_value(0x60FF00, static_cast<std::int64_t>(1000 * kRpm));
     bench.enable(3);
