@@ -1,9 +1,11 @@
 #include "app/walk_actions.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPainter>
 #include <QPixmap>
 
 #include "app/state_controls.h"
@@ -22,6 +24,15 @@ QString qt(const std::string& text) {
 
 std::string no_such(const char* what, const std::string& name) {
     return std::string("no ") + what + " has the name '" + name + "'";
+}
+
+// Open lists and pop-up menus are windows of their own; a person sees them in the picture.
+void draw_lists_and_menus(const QWidget& shown, QPixmap& picture) {
+    QPainter painter(&picture);
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->windowType() != Qt::Popup || !window->isVisible()) continue;
+        painter.drawPixmap(shown.mapFromGlobal(window->mapToGlobal(QPoint(0, 0))), window->grab());
+    }
 }
 
 }  // namespace
@@ -161,7 +172,9 @@ std::string WalkActions::shot(const WalkCommand& command) {
     if (shown == nullptr) return no_such("window", command.window);
     // With its frame, as it is seen.
     if (auto* frame = qobject_cast<QMdiSubWindow*>(shown->parentWidget())) shown = frame;
-    if (!shown->grab().save(qt(command.text), "PNG"))
+    QPixmap picture = shown->grab();
+    draw_lists_and_menus(*shown, picture);
+    if (!picture.save(qt(command.text), "PNG"))
         return "the picture '" + command.text + "' could not be written";
     return {};
 }
