@@ -8,7 +8,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "params/grid_model.h"
+#include "params/grid_model_view.h"
 #include "params/grid_paint_view.h"
 #include "params/ui_palette.h"
 

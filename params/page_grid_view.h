@@ -5,7 +5,7 @@
 #include <QWidget>
 
 #include "params/grid_editors_view.h"
-#include "params/grid_model.h"
+#include "params/grid_model_view.h"
 #include "params/grid_table_view.h"
 #include "params/page_grid.h"
 

@@ -230,6 +230,21 @@ TEST_F(WalkPlayerTest, PicturesOfTheMainWindowAndOfOneWindow) {
     EXPECT_LT(part.width(), whole.width());
 }
 
+TEST_F(WalkPlayerTest, OpenMenuIsSeenInThePicture) {
+    const Played played =
+        play("open Basic\nshot " + file("before.png") +
+             "\ncell Basic.MSHFlexGrid1 1 3 right\nshot " + file("open.png") + "\n");
+    EXPECT_EQ(played.lines, Lines{});
+    QWidget* menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    const QRect place(shell.form.mapFromGlobal(menu->mapToGlobal(QPoint(0, 0))), menu->size());
+    const QImage open(QString::fromStdString(file("open.png")));
+    const QImage before(QString::fromStdString(file("before.png")));
+    EXPECT_NE(open.copy(place), before.copy(place));
+    EXPECT_EQ(open.copy(place), menu->grab().toImage().convertToFormat(open.format()));
+    menu->close();
+}
+
 TEST_F(WalkPlayerTest, StateHoldsEverythingThatIsShown) {
     const Played played = play("open Basic\nmenu Communication_Settings\nstate " +
                                file("state.json") + "\nstate " + file("no/such.json") + "\n");

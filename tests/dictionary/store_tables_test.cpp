@@ -5,20 +5,12 @@
 #include "base/gbk.h"
 #include "dictionary/raw_record.h"
 #include "dictionary/store.h"
+#include "dictionary/store_of.h"
 
 namespace servo::dictionary {
 namespace {
 
 using namespace std::literals;
-
-Store store_of(const std::vector<RawRecord>& records) {
-    std::string bytes;
-    for (const RawRecord& record : records)
-        bytes += record.bytes();
-    Store store;
-    store.load(bytes);
-    return store;
-}
 
 RawRecord current() {
     RawRecord record;

@@ -1,4 +1,4 @@
-#include "params/grid_model.h"
+#include "params/grid_model_view.h"
 
 #include <QColor>
 
