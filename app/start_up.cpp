@@ -25,9 +25,9 @@ void load_pages(Workstation& workstation) {
 }
 
 void load_modbus(Workstation& workstation) {
-    workstation.modbus_list = load_modbus_list(workstation.folder);
+    workstation.modbus_list = params::load_modbus_list(workstation.folder);
     if (!workstation.modbus_list.present)
-        workstation.notice.show(kModbusMissingTitle, kModbusMissingText);
+        workstation.notice.show(params::kModbusMissingTitle, params::kModbusMissingText);
 }
 
 void set_language(Workstation& workstation, Language language) {

@@ -10,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include "app/modbus_list.h"
 #include "app/screen.h"
 #include "base/clock.h"
 #include "base/language.h"
@@ -22,6 +21,7 @@
 #include "link/port.h"
 #include "link/timer.h"
 #include "link/window.h"
+#include "params/modbus_list.h"
 #include "params/page.h"
 
 namespace servo::app {
@@ -55,7 +55,7 @@ struct Workstation {
     std::function<bool(dictionary::Store&)> open_dat;
     dictionary::Store dictionary;
     link::DriveValues values;
-    ModbusList modbus_list;
+    params::ModbusList modbus_list;
 
     // The window, its grid and the row that raised the pop-up menu of a grid.
     link::Window* popup_window = nullptr;

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace servo::app {
+namespace servo::params {
 
 struct ModbusAddress {
     std::string key;      // first six characters of the first field: index and sub-index
@@ -28,4 +28,4 @@ std::vector<ModbusAddress> parse_modbus_list(std::string_view content);
 // Not present when there is no modbus.txt in the folder.
 ModbusList load_modbus_list(const std::filesystem::path& folder);
 
-}  // namespace servo::app
+}  // namespace servo::params

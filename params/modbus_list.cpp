@@ -1,10 +1,10 @@
-#include "app/modbus_list.h"
+#include "params/modbus_list.h"
 
 #include <algorithm>
 
 #include "base/file.h"
 
-namespace servo::app {
+namespace servo::params {
 
 namespace {
 
@@ -38,4 +38,4 @@ ModbusList load_modbus_list(const std::filesystem::path& folder) {
     return {true, parse_modbus_list(*content)};
 }
 
-}  // namespace servo::app
+}  // namespace servo::params
