@@ -8,17 +8,16 @@
 #include <QScreen>
 #include <QUrl>
 
-#include "app/about_window.h"
 #include "app/backgroud_form.h"
 #include "app/form1_window.h"
 #include "app/menu_table.h"
 #include "app/popup_menu.h"
 #include "app/shell_menus.h"
 #include "app/shell_tools.h"
+#include "app/shell_windows.h"
 #include "app/style.h"
 #include "app/window_host.h"
 #include "base/file.h"
-#include "params/page_window.h"
 
 namespace servo::app {
 
@@ -51,7 +50,6 @@ MDIForm1::MDIForm1(Workstation& workstation, DialogSwitch& dialogs)
     xpop_ = new PopupMenu(this);
     host_ = new WindowHost(background_);
     add_windows();
-    add_pages();
     enable_items();
     connect_shell();
     connect_link();
@@ -65,43 +63,10 @@ MDIForm1::~MDIForm1() {
 }
 
 void MDIForm1::add_windows() {
-    host_->add_kind(
-        "Form1",
-        {.make =
-             [this] { return new Form1Window(workstation_.communication, workstation_.language); },
-         .caption = {},
-         .frame = ChildWindow::Kind::kDialog});
-    const auto about = [this] {
-        auto* window = new AboutWindow(workstation_.Tavro_Nevra_Other_mode);
-        connect(window, &AboutWindow::close_asked, this,
-                [this] { close_window_by_name(QStringLiteral("About")); });
-        return window;
-    };
-    host_->add_kind("About", {.make = about,
-                              .caption =
-                                  [](base::Language language) {
-                                      return to_qt(base::Text{"关于", "About"}.in(language));
-                                  },
-                              .frame = ChildWindow::Kind::kDialog,
-                              .designed_font = true});
-}
-
-void MDIForm1::add_pages() {
-    for (const auto& page : workstation_.pages) {
-        params::Page* shown = page.get();
-        const auto make = [this, shown] {
-            auto* window = new params::PageWindow(*shown);
-            connect(
-                window, &params::PageWindow::popup_asked, this,
-                [this, shown](const QPoint& place) { show_popup(*shown, shown->grid(), place); });
-            return window;
-        };
-        const auto caption = [this, shown](base::Language language) {
-            return to_qt(
-                shown->definition().caption_of(workstation_.Tavro_Nevra_Other_mode).in(language));
-        };
-        host_->add_kind(page->name(), {.make = make, .caption = caption});
-    }
+    add_shell_windows(*host_, workstation_,
+                      {.popup = [this](link::Window& window, params::PageGrid& grid,
+                                       const QPoint& place) { show_popup(window, grid, place); },
+                       .close = [this](const QString& name) { close_window_by_name(name); }});
 }
 
 void MDIForm1::connect_shell() {

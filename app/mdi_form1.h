@@ -68,7 +68,6 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
 
   private:
     void add_windows();
-    void add_pages();
     void connect_shell();
     void connect_link();
     void enable_items();
