@@ -1,23 +1,21 @@
 #include "app/mdi_form1.h"
 
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScreen>
-#include <QUrl>
 
 #include "app/backgroud_form.h"
 #include "app/form1_window.h"
 #include "app/menu_table.h"
 #include "app/popup_menu.h"
+#include "app/shell_commands.h"
 #include "app/shell_menus.h"
 #include "app/shell_tools.h"
 #include "app/shell_windows.h"
 #include "app/style.h"
 #include "app/window_host.h"
-#include "base/file.h"
 
 namespace servo::app {
 
@@ -49,8 +47,8 @@ MDIForm1::MDIForm1(Workstation& workstation, DialogSwitch& dialogs)
     addToolBar(tools_);
     xpop_ = new PopupMenu(this);
     host_ = new WindowHost(background_);
+    commands_ = new ShellCommands({workstation_, dialogs_, *host_, *background_, *xpop_}, this);
     add_windows();
-    enable_items();
     connect_shell();
     connect_link();
     workstation_.screen = this;
@@ -63,17 +61,18 @@ MDIForm1::~MDIForm1() {
 }
 
 void MDIForm1::add_windows() {
-    add_shell_windows(*host_, workstation_,
-                      {.popup = [this](link::Window& window, params::PageGrid& grid,
-                                       const QPoint& place) { show_popup(window, grid, place); },
-                       .close = [this](const QString& name) { close_window_by_name(name); }});
+    const auto popup = [this](link::Window& window, params::PageGrid& grid, const QPoint& place) {
+        commands_->show_popup(window, grid, place);
+    };
+    const auto close = [this](const QString& name) { close_window_by_name(name); };
+    add_shell_windows(*host_, workstation_, {.popup = popup, .close = close});
 }
 
 void MDIForm1::connect_shell() {
-    connect(menus_, &ShellMenus::chosen, this, &MDIForm1::run_menu);
-    connect(tools_, &ShellTools::chosen, this, &MDIForm1::run_tool);
-    connect(xpop_, &PopupMenu::chosen, this, &MDIForm1::run_popup);
-    connect(host_, &WindowHost::close_asked, this, &MDIForm1::close_window_by_name);
+    connect(menus_, &ShellMenus::chosen, commands_, &ShellCommands::run_menu);
+    connect(tools_, &ShellTools::chosen, commands_, &ShellCommands::run_tool);
+    connect(xpop_, &PopupMenu::chosen, commands_, &ShellCommands::run_popup);
+    connect(host_, &WindowHost::close_asked, commands_, &ShellCommands::close_window_by_name);
     Timer2_.setInterval(kArrangeMilliseconds);
     connect(&Timer2_, &QTimer::timeout, background_, &BackgroudForm::arrange_icons);
     Timer2_.start();
@@ -83,100 +82,6 @@ void MDIForm1::connect_link() {
     workstation_.communication.observer = [this] { follow_communication(); };
     workstation_.engine.pictures.observer = [this](int) { show_pictures(); };
     show_pictures();
-}
-
-// Items of windows that the program does not have (yet) can be seen, but not picked.
-void MDIForm1::enable_items() {
-    for (const MenuItem& item : menu_table()) {
-        bool enabled = true;
-        if (item.kind == MenuKind::kOpenPage) enabled = host_->has(std::string(item.window));
-        if (item.kind == MenuKind::kNewProject || item.kind == MenuKind::kOpenProject ||
-            item.kind == MenuKind::kSaveProject)
-            enabled = false;
-        menus_->action(to_qt(item.item))->setEnabled(enabled);
-    }
-    for (const ToolItem& item : tool_table()) {
-        QAction* action = tools_->tool(to_qt(item.key));
-        switch (item.kind) {
-            case ToolKind::kMenuItem:
-                action->setEnabled(menus_->action(to_qt(item.item))->isEnabled());
-                break;
-            case ToolKind::kCommunication:
-                break;
-            case ToolKind::kExport:
-            case ToolKind::kImport:
-                action->setEnabled(host_->has(std::string(item.item)));
-                break;
-        }
-    }
-}
-
-void MDIForm1::run_menu(const MenuItem& item) {
-    switch (item.kind) {
-        case MenuKind::kOpenPage:
-            open_window(to_qt(item.window));
-            break;
-        case MenuKind::kShowForm1:
-            workstation_.communication.show_dialog();
-            host_->show("Form1");
-            break;
-        case MenuKind::kQuit:
-            quit(workstation_);
-            break;
-        case MenuKind::kChinese:
-            language_click(workstation_, base::Language::kChinese);
-            break;
-        case MenuKind::kEnglish:
-            language_click(workstation_, base::Language::kEnglish);
-            break;
-        case MenuKind::kArrange:
-            background_->arrange_icons();
-            break;
-        case MenuKind::kErrorTable: {
-            const auto sys = base::find_in(workstation_.folder, "sys");
-            QDesktopServices::openUrl(
-                QUrl::fromLocalFile(to_qt(base::find_in(sys, "Errors.xls").string())));
-            break;
-        }
-        case MenuKind::kMenu:
-        case MenuKind::kNothing:
-        case MenuKind::kNewProject:
-        case MenuKind::kOpenProject:
-        case MenuKind::kSaveProject:
-            break;
-    }
-}
-
-void MDIForm1::run_tool(const ToolItem& item) {
-    switch (item.kind) {
-        case ToolKind::kMenuItem:
-            menus_->action(to_qt(item.item))->trigger();
-            break;
-        case ToolKind::kCommunication:
-            workstation_.communication.communication();
-            break;
-        case ToolKind::kExport:
-        case ToolKind::kImport:
-            open_window(to_qt(item.item));
-            break;
-    }
-}
-
-void MDIForm1::run_popup(const QString& item) {
-    if (item == QStringLiteral("deling")) deling_click(workstation_);
-}
-
-void MDIForm1::show_popup(link::Window& window, params::PageGrid& grid, const QPoint& place) {
-    workstation_.popup_window = &window;
-    workstation_.popup_grid = &grid;
-    workstation_.popup_row = grid.popup_row();
-    const params::PopupEntries entries = params::PageGrid::popup_entries(grid.popup_row());
-    // Adding and help lead into the dictionary browser.
-    const bool browser = host_->has("ObjectDictionay");
-    xpop_->entry(QStringLiteral("adding"))->setEnabled(entries.adding && browser);
-    xpop_->entry(QStringLiteral("helping"))->setEnabled(entries.helping && browser);
-    xpop_->entry(QStringLiteral("deling"))->setEnabled(entries.deling);
-    xpop_->popup(place);
 }
 
 // The dialog shows itself after a time-out and when the toolbar's button finds no known port.
@@ -279,17 +184,11 @@ QMenu* MDIForm1::open_popup() {
 }
 
 bool MDIForm1::open_window(const QString& name) {
-    link::Window* window = workstation_.find_window(from_qt(name));
-    if (!has_window(name)) return false;
-    open_page(workstation_, *window);
-    return true;
+    return commands_->open_window(name);
 }
 
 bool MDIForm1::close_window_by_name(const QString& name) {
-    link::Window* window = workstation_.find_window(from_qt(name));
-    if (window == nullptr) return false;
-    close_window(workstation_, *window);
-    return true;
+    return commands_->close_window_by_name(name);
 }
 
 void MDIForm1::quit_program() {

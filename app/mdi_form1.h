@@ -19,11 +19,10 @@ namespace servo::app {
 class BackgroudForm;
 class Form1Window;
 class PopupMenu;
+class ShellCommands;
 class ShellMenus;
 class ShellTools;
 class WindowHost;
-struct MenuItem;
-struct ToolItem;
 
 class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     Q_OBJECT
@@ -70,11 +69,6 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     void add_windows();
     void connect_shell();
     void connect_link();
-    void enable_items();
-    void run_menu(const MenuItem& item);
-    void run_tool(const ToolItem& item);
-    void run_popup(const QString& item);
-    void show_popup(link::Window& window, params::PageGrid& grid, const QPoint& place);
     void follow_communication();
     void show_pictures();
 
@@ -85,6 +79,7 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     ShellTools* tools_ = nullptr;
     PopupMenu* xpop_ = nullptr;
     WindowHost* host_ = nullptr;
+    ShellCommands* commands_ = nullptr;
     QTimer Timer2_;  // arranges the icons of minimised windows
     bool unloaded_ = false;
 };
