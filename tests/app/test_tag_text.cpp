@@ -27,6 +27,20 @@ TEST(TagText, AnEmptyPartIsThePart) {
     EXPECT_EQ(tag_part("", Language::kEnglish), "");
 }
 
+TEST(TagText, ABlockIsCutAtItsLineEndAndKeepsItsSlashes) {
+    EXPECT_EQ(block_part("速度 rps/s\r\nSpeed rps/s", 0), "速度 rps/s");
+    EXPECT_EQ(block_part("速度 rps/s\r\nSpeed rps/s", 1), "Speed rps/s");
+    EXPECT_EQ(block_part("速度 rps/s\r\nSpeed rps/s", 2), "速度 rps/s");
+    EXPECT_EQ(block_part("one\ntext", 1), "one\ntext");
+}
+
+TEST(TagText, TheThirdSlotOfWindowsAndTabs) {
+    EXPECT_EQ(window_caption("一/one/eins\\x", 2), "eins");
+    EXPECT_EQ(window_caption("一/one", 2), "一");
+    EXPECT_EQ(window_caption("", 2), "");
+    EXPECT_EQ(tab_captions("一/one/eins|二/two", 2), (std::vector<std::string_view>{"eins", "二"}));
+}
+
 TEST(TagText, TheCaptionOfAWindowEndsAtTheBackslash) {
     EXPECT_EQ(window_caption("原点定义/Homing Definition\\606000\\", Language::kEnglish),
               "Homing Definition");

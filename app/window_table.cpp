@@ -1,0 +1,147 @@
+#include "app/window_table.h"
+
+#include <algorithm>
+#include <array>
+
+#include "app/tag_text.h"
+#include "params/page_table.h"
+
+namespace servo::app {
+
+namespace {
+
+using enum WindowState;
+
+constexpr WindowDefinition page(std::string_view name) {
+    return {.name = name, .state = kPage};
+}
+
+constexpr bool kDesignedFont = true;
+
+constexpr WindowDefinition ready(std::string_view name, std::string_view tag,
+                                 bool designed_font = false) {
+    return {.name = name, .state = kReady, .tag = tag, .designed_font = designed_font};
+}
+
+constexpr WindowDefinition coming(std::string_view name, std::string_view tag, bool designed_font,
+                                  base::Text purpose) {
+    return {.name = name,
+            .state = kComing,
+            .tag = tag,
+            .designed_font = designed_font,
+            .purpose = purpose};
+}
+
+constexpr std::array kWindows{
+    page("AN_SPEED"),
+    page("AN_Torque"),
+    page("Auto_Reverse"),
+    page("AutoTuning"),
+    page("Basic"),
+    page("CLoop"),
+    coming("DigitalIO", "数字IO设置/Digital IO Functions", kDesignedFont,
+           {"设置数字输入、输出的功能、极性和仿真状态。",
+            "Functions, polarity and simulated state of each digital input and output."}),
+    coming("Download", "固件下载/Load Firmware", !kDesignedFont,
+           {"选择固件文件并下载到驱动器。", "Loads a firmware image into the drive."}),
+    coming("Errors", "故障显示/Error Display", kDesignedFont,
+           {"逐位显示驱动器的两个错误状态字，并可逐个屏蔽。",
+            "The drive's two error words bit by bit, with a mask for each bit."}),
+    page("Driver_CFG"),
+    page("Driver_Property"),
+    page("F000"),
+    page("F002"),
+    page("F003"),
+    page("F004"),
+    page("F005"),
+    ready("Form1", "通信设置/Communication Settings"),
+    page("Homing"),
+    coming("InitSave", "初始化 保存 重启/Init Save Reboot", !kDesignedFont,
+           {"存储或初始化参数，并重启驱动器。",
+            "Stores or resets the drive's parameters, and restarts the drive."}),
+    page("Motor"),
+    ready("ObjectDictionay", "对象字典/Object Dictionary", kDesignedFont),
+    page("PD_MODE"),
+    page("PLoop"),
+    page("Pos_Table"),
+    page("Speed_Table"),
+    page("VLoop"),
+    coming("Scope", "示波器/Scope", kDesignedFont,
+           {"采集驱动器的最多四个对象并绘制曲线。",
+            "Records up to four objects of the drive and draws them as curves."}),
+    WindowDefinition{.name = "imexport",
+                     .state = kComing,
+                     .designed = {"读写驱动器配置", "R/W Driver Configuration"},
+                     .reduced = {"读写驱动器配置", "R/W Controller Configuration"},
+                     .purpose = {"把配置文件写入驱动器，或把驱动器的配置读出到文件。",
+                                 "Writes a configuration file to the drive, or reads the drive's "
+                                 "settings into one."}},
+    coming("PosFlow", "位置表模式/Position Table Mode\\", !kDesignedFont,
+           {"编辑驱动器的位置表，共三十二步。",
+            "Edits the drive's position table of thirty-two motion steps."}),
+    coming("Homing2", "原点定义/Homing Definition\\", kDesignedFont,
+           {"由信号、开关和方向得出找原点的方式。",
+            "Finds the homing method from signals, switches and direction."}),
+    ready("About", "关于/About", kDesignedFont),
+    page("ErrorHistory"),
+    ready("TPDOSet", "TPDO"),
+    ready("RPDOSet", "RPDO"),
+    page("ECANset"),
+    coming("RS485", "RS485配置/485 Configuration\\", kDesignedFont,
+           {"设置驱动器串口的波特率、停止位和协议。",
+            "Baud rate, stop bits and protocol of the drive's serial port."}),
+    WindowDefinition{.name = "ADVtunner",
+                     .state = kComing,
+                     .designed = {"整定器/专家模式", "Advanced Tuner"},
+                     .designed_font = kDesignedFont,
+                     .purpose = {"测量频率响应，设计滤波器和控制环。",
+                                 "Measures the frequency response, designs filters and loops."}},
+    coming("EASY1", "快速设置/EASY Setup Wizard", !kDesignedFont,
+           {"引导完成驱动器的首次设置。", "A guide through the first set-up of a drive."}),
+    ready("Motorcodes", "更多电机/More Motors"),
+    ready("modbus", "ModBus列表/ModBusList"),
+};
+
+std::string_view text_in(base::Text text, unsigned slot) {
+    return slot == slot_of(base::Language::kEnglish) ? text.english : text.chinese;
+}
+
+bool same_name(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return std::ranges::equal(a, b, {}, lower, lower);
+}
+
+}  // namespace
+
+std::span<const WindowDefinition> window_table() {
+    return kWindows;
+}
+
+const WindowDefinition* find_window_definition(std::string_view name) {
+    const auto* found = std::ranges::find_if(
+        kWindows, [&](const WindowDefinition& window) { return same_name(window.name, name); });
+    return found == kWindows.end() ? nullptr : found;
+}
+
+std::string_view caption_of(const WindowDefinition& window, unsigned slot,
+                            dictionary::Variant variant) {
+    if (window.state == kPage) {
+        const params::PageDefinition* found = params::find_page_definition(window.name);
+        return found == nullptr ? window.name : text_in(found->caption_of(variant), slot);
+    }
+    if (!window.tag.empty()) return window_caption(window.tag, slot);
+    const bool reduced =
+        variant == dictionary::Variant::kReduced && !window.reduced.english.empty();
+    return text_in(reduced ? window.reduced : window.designed, slot);
+}
+
+std::string_view caption_of(const WindowDefinition& window, base::Language language,
+                            dictionary::Variant variant) {
+    return caption_of(window, slot_of(language), variant);
+}
+
+bool is_custom(const WindowDefinition& window) {
+    return tag_is_custom(window.tag);
+}
+
+}  // namespace servo::app
