@@ -7,24 +7,22 @@
 
 namespace servo::params {
 
+bool load_page(const std::filesystem::path& folder, std::string_view file,
+               std::vector<dictionary::Identity>& keys, PageGrid& grid) {
+    auto read = load_page_keys(folder, file);
+    const bool found = read.has_value();
+    keys = found ? std::move(*read) : std::vector<dictionary::Identity>{};
+    grid.set_objects(keys);
+    return found;
+}
+
 Page::Page(const PageDefinition& definition, PageServices services)
     : PollWindow(std::string(definition.name)),
       definition_(definition),
-      dictionary_(services.dictionary),
-      language_(services.language),
       grid_(std::move(services)) {}
 
 bool Page::load(const std::filesystem::path& folder) {
-    auto keys = load_page_keys(folder, definition_.file);
-    const bool found = keys.has_value();
-    keys_ = found ? std::move(*keys) : std::vector<dictionary::Identity>{};
-    std::vector<Row> rows;
-    rows.reserve(keys_.size());
-    for (const dictionary::Identity key : keys_) {
-        rows.push_back(build_row(dictionary_, key, static_cast<int>(rows.size()), language_));
-    }
-    grid_.set_rows(std::move(rows));
-    return found;
+    return load_page(folder, definition_.file, keys_, grid_);
 }
 
 }  // namespace servo::params

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string_view>
 #include <vector>
 
 #include "link/window.h"
@@ -10,6 +11,11 @@
 #include "params/page_table.h"
 
 namespace servo::params {
+
+// Fills a grid from a definition file, one row for each key of it. False when it can't be opened:
+// keys and grid are then empty.
+bool load_page(const std::filesystem::path& folder, std::string_view file,
+               std::vector<dictionary::Identity>& keys, PageGrid& grid);
 
 class Page final : public link::PollWindow {
   public:
@@ -35,8 +41,6 @@ class Page final : public link::PollWindow {
 
   private:
     const PageDefinition& definition_;
-    const dictionary::Store& dictionary_;
-    const base::Language& language_;
     PageGrid grid_;
     std::vector<dictionary::Identity> keys_;
 };

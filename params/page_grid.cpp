@@ -34,6 +34,15 @@ void PageGrid::set_rows(std::vector<Row> rows) {
     after_row_change();
 }
 
+void PageGrid::set_objects(const std::vector<dictionary::Identity>& keys) {
+    std::vector<Row> rows;
+    rows.reserve(keys.size());
+    for (const dictionary::Identity key : keys)
+        rows.push_back(build_row(services_.dictionary, key, static_cast<int>(rows.size()),
+                                 services_.language));
+    set_rows(std::move(rows));
+}
+
 void PageGrid::append_row(Row row) {
     rows_.push_back(std::move(row));
     if (rows_.size() == 1) current_.row = 1;

@@ -78,6 +78,7 @@ class PageGrid {
     int find_row(dictionary::Identity key) const;  // first row of that object; 0 when there is none
 
     void set_rows(std::vector<Row> rows);
+    void set_objects(const std::vector<dictionary::Identity>& keys);  // new rows, without values
     void append_row(Row row);
     // Puts the object below a row (0: below the header) and renumbers. False, and no change, when
     // the grid has a row of that object already.
