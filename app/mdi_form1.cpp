@@ -130,7 +130,7 @@ void MDIForm1::apply_language() {
     menus_->apply(language, variant);
     xpop_->apply(language, variant);
     tools_->apply(language, variant);
-    host_->apply_language(language);
+    host_->apply_language(language, variant);
 }
 
 void MDIForm1::unload_all() {

@@ -44,8 +44,9 @@ WindowHost::Made* WindowHost::make(const std::string& name) {
 void WindowHost::dress(const std::string& name, QWidget& content) {
     const WindowKind& kind = kinds_.at(name);
     if (kind.caption) content.setWindowTitle(kind.caption(language_));
-    walk_texts(content, language_);
-    if (!kind.designed_font) walk_fonts(content, language_);
+    walk_window(content, {.slot = slot_of(language_),
+                          .variant = variant_,
+                          .designed_font = kind.designed_font});
 }
 
 void WindowHost::place(ChildWindow& frame, ChildWindow::Kind kind) {
@@ -78,8 +79,9 @@ void WindowHost::hide(const std::string& name) {
     if (found != made_.end()) found->second.frame->hide();
 }
 
-void WindowHost::apply_language(base::Language language) {
+void WindowHost::apply_language(base::Language language, dictionary::Variant variant) {
     language_ = language;
+    variant_ = variant;
     for (const auto& [name, window] : made_)
         dress(name, *window.content);
 }

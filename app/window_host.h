@@ -11,6 +11,7 @@
 
 #include "app/child_window.h"
 #include "base/language.h"
+#include "dictionary/store.h"
 #include "link/window.h"
 
 class QMdiArea;
@@ -46,7 +47,8 @@ class WindowHost final : public QObject {
     void hide(const std::string& name);
 
     // Texts and font of every window that has been made, and of each that will be.
-    void apply_language(base::Language language);
+    void apply_language(base::Language language,
+                        dictionary::Variant variant = dictionary::Variant::kAllItems);
 
   Q_SIGNALS:
     void close_asked(const QString& name);
@@ -66,6 +68,7 @@ class WindowHost final : public QObject {
     std::map<std::string, WindowKind> kinds_;
     std::map<std::string, Made> made_;
     base::Language language_ = base::Language::kEnglish;
+    dictionary::Variant variant_ = dictionary::Variant::kAllItems;
     int pages_ = 0;  // that have been placed
     int dialogs_ = 0;
 };
