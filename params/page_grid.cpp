@@ -16,8 +16,8 @@ std::string_view PageGrid::cell(int row_number, int column) const {
 }
 
 bool PageGrid::read_only_cell(int row_number, int column) const {
-    // The row number keeps the grid's own colour.
-    return is_object(row_number) && column > kNumber && column < kColumns &&
+    const int first = whole_row_colour ? kNumber : kIndex;
+    return is_object(row_number) && column >= first && column < kColumns &&
            row(row_number).read_only;
 }
 

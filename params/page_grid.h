@@ -75,6 +75,8 @@ class PageGrid {
     std::string_view cell(int row, int column) const;
     // Whether the cell has the read-only colour.
     bool read_only_cell(int row, int column) const;
+    // The colour leaves the row number out, but for a grid whose one row is coloured as a whole.
+    bool whole_row_colour = false;
     int find_row(dictionary::Identity key) const;  // first row of that object; 0 when there is none
 
     void set_rows(std::vector<Row> rows);
