@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 namespace servo::app {
 
@@ -12,7 +13,7 @@ constexpr std::array<Size, 4> kPictureSizes{Size{320, 200}, Size{480, 300}, Size
                                             Size{880, 550}};
 constexpr int kCascadeStep = 28;
 constexpr int kCascadeSteps = 4;  // that fit at least
-constexpr int kDialogMargin = 24;
+constexpr int kColumnSteps = 4;   // to the right, where the cascade begins anew at the top
 
 }  // namespace
 
@@ -49,17 +50,76 @@ Size first_size(Size area, Size wanted) {
             std::min(wanted.height, std::max(area.height - rest, wanted.height / 2))};
 }
 
+namespace {
+
+// Places of the cascade: that many down, that many to the right.
+struct Steps {
+    int down = 1;
+    int right = 1;
+};
+
+Steps cascade_steps(Size area, Size window) {
+    return {std::max(0, area.height - window.height) / kCascadeStep + 1,
+            std::max(0, area.width - window.width) / kCascadeStep + 1};
+}
+
+bool same_corner(Place a, Place b) {
+    return std::abs(a.x - b.x) < kCascadeStep / 2 && std::abs(a.y - b.y) < kCascadeStep / 2;
+}
+
+}  // namespace
+
 Place cascade_place(Size area, Size window, int count) {
-    const int room = std::min(area.width - window.width, area.height - window.height);
-    const int steps = std::max(1, room / kCascadeStep + 1);
-    const int offset = (count % steps) * kCascadeStep;
-    return {offset, offset};
+    const Steps steps = cascade_steps(area, window);
+    const int down = count % steps.down;
+    const int right = (down + count / steps.down * kColumnSteps) % steps.right;
+    return {right * kCascadeStep, down * kCascadeStep};
+}
+
+Place free_place(Size area, Size window, const std::vector<Place>& taken) {
+    const Steps steps = cascade_steps(area, window);
+    for (int count = 0; count < steps.down * steps.right; ++count) {
+        const Place place = cascade_place(area, window, count);
+        if (std::ranges::none_of(taken, [&](Place other) { return same_corner(place, other); }))
+            return place;
+    }
+    return cascade_place(area, window, static_cast<int>(taken.size()));
 }
 
 Place dialog_place(Size area, Size window, int count) {
-    const int step = kDialogMargin + (count % kCascadeSteps) * kCascadeStep;
-    return {std::max(0, area.width - window.width - step),
-            std::clamp(step, 0, std::max(0, area.height - window.height))};
+    const int step = count % kCascadeSteps * kCascadeStep;
+    const int spare_width = std::max(0, area.width - window.width);
+    const int spare_height = std::max(0, area.height - window.height);
+    return {std::min(spare_width / 2 + step, spare_width),
+            std::min(spare_height / 3 + step, spare_height)};
+}
+
+WindowPlace into_view(Size area, WindowPlace place) {
+    place.size.width = std::clamp(place.size.width, 1, std::max(area.width, 1));
+    place.size.height = std::clamp(place.size.height, 1, std::max(area.height, 1));
+    place.corner.x = std::clamp(place.corner.x, 0, std::max(0, area.width - place.size.width));
+    place.corner.y = std::clamp(place.corner.y, 0, std::max(0, area.height - place.size.height));
+    return place;
+}
+
+std::vector<WindowPlace> tile_places(Size area, int count) {
+    std::vector<WindowPlace> places;
+    if (count <= 0) return places;
+    int columns = 1;
+    while (columns * columns < count)
+        ++columns;
+    const int rows = (count + columns - 1) / columns;
+    for (int row = 0; row < rows; ++row) {
+        const int in_row = std::min(columns, count - row * columns);
+        const int top = area.height * row / rows;
+        const int bottom = area.height * (row + 1) / rows;
+        for (int i = 0; i < in_row; ++i) {
+            const int left = area.width * i / in_row;
+            const int right = area.width * (i + 1) / in_row;
+            places.push_back({{left, top}, {right - left, bottom - top}, PlaceState::kNormal});
+        }
+    }
+    return places;
 }
 
 }  // namespace servo::app

@@ -1,6 +1,7 @@
 // Where things of the main window stand, as functions of its size.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 namespace servo::app {
@@ -30,12 +31,33 @@ std::vector<Place> icon_places(Size area, const std::vector<Size>& icons);
 // stay reachable.
 Size first_size(Size area, Size wanted);
 
-// Top left corner of the n-th page that opens, each a step further down and right, beginning anew
-// before a window of that size would leave the area.
+// Top left corner of the n-th page: each a step further down and right, so that every title bar can
+// be seen. Where the next step would leave the area it begins anew at the top, further right.
 Place cascade_place(Size area, Size window, int count);
 
-// Top left corner of the n-th dialog: at the right, where it leaves pages free, each a step further
-// down and left.
+// The first place of the cascade where no other window's title bar stands.
+Place free_place(Size area, Size window, const std::vector<Place>& taken);
+
+// Top left corner of the n-th dialog: in the middle, a little above, each a step further.
 Place dialog_place(Size area, Size window, int count);
+
+enum class PlaceState : std::uint8_t { kNormal, kMinimized, kMaximized };
+
+// Where a window stands. Place and size are those of the normal state, also while the window is
+// something else.
+struct WindowPlace {
+    Place corner;
+    Size size;
+    PlaceState state = PlaceState::kNormal;
+    bool operator==(const WindowPlace&) const = default;
+};
+
+// Brings a place from another day back into an area that may be smaller now: wholly into view, with
+// a size no larger than the area.
+WindowPlace into_view(Size area, WindowPlace place);
+
+// Windows side by side in rows of equal height, as near to squares of windows as their number
+// allows; a row with fewer windows has wider ones. Together they fill the area.
+std::vector<WindowPlace> tile_places(Size area, int count);
 
 }  // namespace servo::app

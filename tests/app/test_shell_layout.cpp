@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace servo::app {
 namespace {
 
@@ -39,11 +41,11 @@ TEST(Icons, AnAreaNarrowerThanAnIconTakesOneInEachRow) {
     EXPECT_EQ(places, (std::vector<Place>{{0, 270}, {0, 240}}));
 }
 
-TEST(Cascade, StepsDownAndBeginsAnewAtTheEdge) {
+TEST(Cascade, StepsDownAndBeginsAnewAtTheEdgeFurtherRight) {
     EXPECT_EQ(cascade_place({1000, 700}, {600, 400}, 0), (Place{0, 0}));
     EXPECT_EQ(cascade_place({1000, 700}, {600, 400}, 1), (Place{28, 28}));
     EXPECT_EQ(cascade_place({1000, 700}, {600, 400}, 10), (Place{280, 280}));
-    EXPECT_EQ(cascade_place({1000, 700}, {600, 400}, 11), (Place{0, 0}));
+    EXPECT_EQ(cascade_place({1000, 700}, {600, 400}, 11), (Place{112, 0}));
     EXPECT_EQ(cascade_place({300, 200}, {600, 400}, 5), (Place{0, 0}));
 }
 
@@ -53,10 +55,69 @@ TEST(FirstSize, LeavesRoomForTheWindowsBehind) {
     EXPECT_EQ(first_size({200, 100}, {880, 700}), (Size{440, 350}));
 }
 
-TEST(Dialogs, StandAtTheRightAndInsideOfTheArea) {
-    EXPECT_EQ(dialog_place({1180, 700}, {350, 240}, 0), (Place{806, 24}));
-    EXPECT_EQ(dialog_place({1180, 700}, {350, 240}, 1), (Place{778, 52}));
+TEST(Cascade, NoTwoPagesHideEachOthersTitleBar) {
+    std::vector<Place> places;
+    for (int i = 0; i < 20; ++i) {
+        const Place place = cascade_place({1280, 690}, {884, 578}, i);
+        for (const Place& other : places)
+            EXPECT_TRUE(std::abs(other.x - place.x) >= 28 || std::abs(other.y - place.y) >= 28)
+                << i;
+        places.push_back(place);
+        EXPECT_LE(place.x + 884, 1280);
+        EXPECT_LE(place.y + 578, 690);
+    }
+}
+
+TEST(Cascade, AClosedWindowsPlaceIsUsedAgain) {
+    EXPECT_EQ(free_place({1000, 700}, {600, 400}, {}), (Place{0, 0}));
+    EXPECT_EQ(free_place({1000, 700}, {600, 400}, {{0, 0}, {56, 56}}), (Place{28, 28}));
+    EXPECT_EQ(free_place({1000, 700}, {600, 400}, {{3, 5}}), (Place{28, 28}));
+    EXPECT_EQ(free_place({600, 400}, {600, 400}, {{0, 0}, {0, 0}}), (Place{0, 0}));
+}
+
+TEST(Dialogs, StandInTheMiddleAndInsideOfTheArea) {
+    EXPECT_EQ(dialog_place({1180, 700}, {350, 240}, 0), (Place{415, 153}));
+    EXPECT_EQ(dialog_place({1180, 700}, {350, 240}, 1), (Place{443, 181}));
+    EXPECT_EQ(dialog_place({1180, 700}, {350, 240}, 4), (Place{415, 153}));
     EXPECT_EQ(dialog_place({300, 200}, {350, 240}, 1), (Place{0, 0}));
+}
+
+TEST(RememberedPlace, InsideOfTheAreaStays) {
+    const WindowPlace place{{100, 50}, {600, 400}, PlaceState::kMinimized};
+    EXPECT_EQ(into_view({1000, 700}, place), place);
+}
+
+TEST(RememberedPlace, OffTheFrameComesBackIntoView) {
+    EXPECT_EQ(into_view({1000, 700}, {{5000, 9000}, {600, 400}}),
+              (WindowPlace{{400, 300}, {600, 400}}));
+    EXPECT_EQ(into_view({1000, 700}, {{-300, -20}, {600, 400}}), (WindowPlace{{0, 0}, {600, 400}}));
+}
+
+TEST(RememberedPlace, IsNoLargerThanTheFrame) {
+    EXPECT_EQ(into_view({500, 300}, {{10, 10}, {600, 400}}), (WindowPlace{{0, 0}, {500, 300}}));
+    EXPECT_EQ(into_view({0, 0}, {{10, 10}, {600, 400}}), (WindowPlace{{0, 0}, {1, 1}}));
+}
+
+TEST(Tiles, FillTheAreaWithoutOverlap) {
+    const Size area{1000, 701};
+    for (int count = 1; count <= 12; ++count) {
+        const auto tiles = tile_places(area, count);
+        ASSERT_EQ(tiles.size(), static_cast<std::size_t>(count));
+        int covered = 0;
+        for (const WindowPlace& tile : tiles) {
+            covered += tile.size.width * tile.size.height;
+            EXPECT_LE(tile.corner.x + tile.size.width, area.width);
+            EXPECT_LE(tile.corner.y + tile.size.height, area.height);
+        }
+        EXPECT_EQ(covered, area.width * area.height) << count;
+    }
+    EXPECT_TRUE(tile_places(area, 0).empty());
+}
+
+TEST(Tiles, ARowWithFewerWindowsHasWiderOnes) {
+    EXPECT_EQ(tile_places({900, 600}, 3),
+              (std::vector<WindowPlace>{
+                  {{0, 0}, {450, 300}}, {{450, 0}, {450, 300}}, {{0, 300}, {900, 300}}}));
 }
 
 }  // namespace
