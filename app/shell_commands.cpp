@@ -104,7 +104,9 @@ void ShellCommands::show_popup(link::Window& window, params::PageGrid& grid, con
 }
 
 void ShellCommands::run_popup(const QString& item) {
+    if (item == QStringLiteral("adding")) adding_click(workstation_);
     if (item == QStringLiteral("deling")) deling_click(workstation_);
+    if (item == QStringLiteral("helping")) helping_click(workstation_);
 }
 
 }  // namespace servo::app

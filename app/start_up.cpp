@@ -1,6 +1,7 @@
 // The life of the workstation: start-up in its order, language, opening and closing, the end.
 #include <string>
 
+#include "app/window_table.h"
 #include "app/workstation.h"
 #include "base/profile_file.h"
 #include "params/page_loader.h"
@@ -14,14 +15,26 @@ using base::Language;
 constexpr std::string_view kDictionaryMissingTitle = "Notice";
 constexpr std::string_view kDictionaryMissingText = "File Missing,Program is about to quit";
 
-// A page without its file stays empty and start-up goes on.
+void tell_missing(Workstation& workstation, std::string_view file) {
+    workstation.notice.show(base::kNoticeTitle.in(workstation.language),
+                            params::missing_file_text(file));
+}
+
+void load_page(Workstation& workstation, params::Page& page) {
+    if (!page.load(workstation.folder)) tell_missing(workstation, page.definition().file);
+}
+
+// A page without its file stays empty and start-up goes on. The order is that of the messages.
 void load_pages(Workstation& workstation) {
-    for (const std::size_t position : params::pages_in_load_order()) {
-        params::Page& page = *workstation.pages.at(position);
-        if (!page.load(workstation.folder))
-            workstation.notice.show(base::kNoticeTitle.in(workstation.language),
-                                    params::missing_file_text(page.definition().file));
-    }
+    const auto order = params::pages_in_load_order();
+    const std::size_t last = order.back();  // the other PDO settings, behind the PDOs themselves
+    for (const std::size_t position : order)
+        if (position != last) load_page(workstation, *workstation.pages.at(position));
+    for (const auto& page : workstation.tabbed_pages)
+        for (const std::string& missing : page->load(workstation.folder))
+            tell_missing(workstation, missing);
+    load_page(workstation, *workstation.pages.at(last));
+    load_page(workstation, workstation.download_rows);
 }
 
 void load_modbus(Workstation& workstation) {
@@ -51,9 +64,7 @@ void build_window_lists(Workstation& workstation) {
         if (auto* polled = dynamic_cast<link::PollWindow*>(&window))
             engine.add_poll_window(*polled);
     };
-    for (const auto& page : workstation.pages)
-        add(*page);
-    for (const auto& window : workstation.other_windows)
+    for (link::Window* window : workstation.windows)
         add(*window);
 }
 
@@ -128,6 +139,9 @@ void language_click(Workstation& workstation, Language language) {
                                language == Language::kChinese ? "0" : "1");
     for (const auto& page : workstation.pages)
         page->grid().apply_language();
+    for (const auto& page : workstation.tabbed_pages)
+        page->apply_language();
+    workstation.download_rows.grid().apply_language();
     workstation.communication.apply_language(language);
     if (workstation.screen != nullptr) workstation.screen->apply_language();
 }
@@ -141,6 +155,33 @@ void open_page(Workstation& workstation, link::Window& window) {
 void close_window(Workstation& workstation, link::Window& window) {
     window.set_visible(false);
     if (workstation.screen != nullptr) workstation.screen->hide_window(window);
+}
+
+namespace {
+
+base::Text caption_of(const Workstation& workstation, const link::Window& window) {
+    const WindowDefinition* definition = find_window_definition(window.name());
+    if (definition == nullptr) return {};
+    const dictionary::Variant variant = workstation.Tavro_Nevra_Other_mode;
+    return {app::caption_of(*definition, Language::kChinese, variant),
+            app::caption_of(*definition, Language::kEnglish, variant)};
+}
+
+}  // namespace
+
+void adding_click(Workstation& workstation) {
+    if (workstation.popup_grid == nullptr) return;
+    workstation.browser.open_for_adding(*workstation.popup_grid, workstation.popup_row,
+                                        caption_of(workstation, *workstation.popup_window));
+    open_page(workstation, workstation.browser);
+}
+
+void helping_click(Workstation& workstation) {
+    const params::PageGrid* grid = workstation.popup_grid;
+    if (grid == nullptr || workstation.popup_row < 1 || workstation.popup_row >= grid->rows())
+        return;
+    workstation.browser.open_for_help(grid->row(workstation.popup_row).identity());
+    open_page(workstation, workstation.browser);
 }
 
 void deling_click(Workstation& workstation) {

@@ -23,30 +23,54 @@ class HiddenPollWindow final : public link::PollWindow {
     bool custom() const override { return true; }
 };
 
-bool is_page(const Workstation& workstation, std::string_view name) {
-    return workstation.find_page(name) != nullptr;
+// The version rows of the firmware window stand in a grid that nobody sees.
+constexpr base::Text kDownloadCaption{"固件下载", "Load Firmware"};
+constexpr params::PageDefinition kDownloadRows{"Download", kDownloadCaption, kDownloadCaption,
+                                               R"(\sys\download.ini)", 0};
+
+params::PageServices page_services(Workstation& workstation) {
+    return {workstation.dictionary, workstation.values.operands, workstation.language,
+            [&engine = workstation.engine](dictionary::WireKey key, std::int32_t value) {
+                engine.sendata2(key, value, 0);
+            }};
 }
 
 bool is_polled(std::string_view name) {
     return std::ranges::find(link::kPollWindowNames, name) != link::kPollWindowNames.end();
 }
 
+std::unique_ptr<link::Window> make_other(std::string_view name) {
+    if (is_polled(name)) return std::make_unique<HiddenPollWindow>(std::string(name));
+    return std::make_unique<link::Window>(std::string(name));
+}
+
+// Fills the list of all windows from those that are there, and makes the rest.
+void list_windows(Workstation& workstation) {
+    std::vector<link::Window*> ready{&workstation.browser, &workstation.download_rows};
+    for (const auto& page : workstation.pages)
+        ready.push_back(page.get());
+    for (const auto& page : workstation.tabbed_pages)
+        ready.push_back(page.get());
+    for (const std::string_view name : link::kAllWindowNames) {
+        const auto found = std::ranges::find_if(
+            ready, [name](const link::Window* window) { return same_name(window->name(), name); });
+        if (found != ready.end()) {
+            workstation.windows.push_back(*found);
+            continue;
+        }
+        workstation.other_windows.push_back(make_other(name));
+        workstation.windows.push_back(workstation.other_windows.back().get());
+    }
+}
+
 void make_windows(Workstation& workstation) {
-    const params::PageServices services{
-        workstation.dictionary, workstation.values.operands, workstation.language,
-        [&engine = workstation.engine](dictionary::WireKey key, std::int32_t value) {
-            engine.sendata2(key, value, 0);
-        }};
+    const params::PageServices services = page_services(workstation);
     for (const params::PageDefinition& definition : params::kPageTable)
         workstation.pages.push_back(std::make_unique<params::Page>(definition, services));
-    for (const std::string_view name : link::kAllWindowNames) {
-        if (is_page(workstation, name)) continue;
-        if (is_polled(name))
-            workstation.other_windows.push_back(
-                std::make_unique<HiddenPollWindow>(std::string(name)));
-        else
-            workstation.other_windows.push_back(std::make_unique<link::Window>(std::string(name)));
-    }
+    for (const params::TabbedPageDefinition& definition : params::kTabbedPageTable)
+        workstation.tabbed_pages.push_back(
+            std::make_unique<params::TabbedPage>(definition, services));
+    list_windows(workstation);
 }
 
 }  // namespace
@@ -57,9 +81,12 @@ Workstation::Workstation(const Surroundings& given)
       cTmr(given.timer),
       open_dat(given.open_dat),
       engine(given.port, given.clock, given.timer, values),
-      communication(engine, given.port, given.ports, given.notice, given.folder) {
+      communication(engine, given.port, given.ports, given.notice, given.folder),
+      browser({modbus_list, page_services(*this)}),
+      download_rows(kDownloadRows, page_services(*this)) {
     engine.set_link_control(&communication);
     make_windows(*this);
+    browser.hide = [this] { close_window(*this, browser); };
 }
 
 params::Page* Workstation::find_page(std::string_view name) const {
@@ -68,11 +95,16 @@ params::Page* Workstation::find_page(std::string_view name) const {
     return nullptr;
 }
 
-link::Window* Workstation::find_window(std::string_view name) const {
-    if (auto* page = find_page(name)) return page;
-    for (const auto& window : other_windows)
-        if (same_name(window->name(), name)) return window.get();
+params::TabbedPage* Workstation::find_tabbed_page(std::string_view name) const {
+    for (const auto& page : tabbed_pages)
+        if (same_name(page->name(), name)) return page.get();
     return nullptr;
+}
+
+link::Window* Workstation::find_window(std::string_view name) const {
+    const auto found = std::ranges::find_if(
+        windows, [name](const link::Window* window) { return same_name(window->name(), name); });
+    return found == windows.end() ? nullptr : *found;
 }
 
 std::filesystem::path Workstation::sys_ini() const {

@@ -22,7 +22,9 @@
 #include "link/timer.h"
 #include "link/window.h"
 #include "params/modbus_list.h"
+#include "params/object_browser.h"
 #include "params/page.h"
+#include "params/tabbed_page.h"
 
 namespace servo::app {
 
@@ -68,13 +70,17 @@ struct Workstation {
     link::Communication communication;
 
     // Windows live here from construction to the end.
-    std::vector<std::unique_ptr<params::Page>> pages;  // the 22, as in their table
-    std::vector<std::unique_ptr<link::Window>>
-        other_windows;  // the rest; never visible until built
+    std::vector<std::unique_ptr<params::Page>> pages;               // the 22, as in their table
+    std::vector<std::unique_ptr<params::TabbedPage>> tabbed_pages;  // TPDOSet, RPDOSet
+    params::ObjectBrowser browser;                                  // ObjectDictionay
+    params::Page download_rows;  // Download: its working grid, polled as a page
+    std::vector<std::unique_ptr<link::Window>> other_windows;  // the rest
+    std::vector<link::Window*> windows;  // all of the above, in the order of all_windows
 
     // By window name, without regard to case, since one window is written ECANset and ECANSet.
     link::Window* find_window(std::string_view name) const;
     params::Page* find_page(std::string_view name) const;
+    params::TabbedPage* find_tabbed_page(std::string_view name) const;
 
     std::filesystem::path sys_ini() const;
 };
@@ -97,6 +103,12 @@ void open_page(Workstation& workstation, link::Window& window);
 
 // The close box: hides, keeps the rows.
 void close_window(Workstation& workstation, link::Window& window);
+
+// The pop-up item `adding`: the dictionary browser, to pick what goes below the row.
+void adding_click(Workstation& workstation);
+
+// The pop-up item `helping`: the dictionary browser on the object of the row.
+void helping_click(Workstation& workstation);
 
 // The pop-up item `deling`: the row goes, those below it are renumbered.
 void deling_click(Workstation& workstation);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "app/workstation.h"
 #include "base/file.h"
 #include "params/page_table.h"
+#include "params/tabbed_page.h"
 #include "support/direct_port.h"
 #include "support/fakes.h"
 
@@ -53,14 +55,29 @@ class ProgramFolder {
     ProgramFolder() {
         std::filesystem::create_directory(path() / "sys");
         write("qorlan.dat", params::test::dictionary_bytes(params::test::sample_entries()));
-        for (const params::PageDefinition& page : params::kPageTable) {
-            std::string name(page.file);
-            std::ranges::replace(name, '\\', '/');
-            write(name.substr(1),
-                  "head\r\nhead\r\nmode 606000\r\nposition 606300\r\nspeed 60FF00\r\n");
-        }
+        for (const std::string& name : page_files())
+            write(name, "head\r\nhead\r\nmode 606000\r\nposition 606300\r\nspeed 60FF00\r\n");
         write("modbus.txt", "606000,a,0x1234\r\nEND\r\n");
         write("sys/sys.ini", "[sys]\r\nlang=0\r\n[com]\r\ncomid=COM1\r\n");
+    }
+
+    // Every file of page keys, in the order in which start-up reads them.
+    static std::vector<std::string> page_files() {
+        std::vector<std::string> files;
+        const auto add = [&files](std::string_view file) {
+            std::string name(file.substr(1));
+            std::ranges::replace(name, '\\', '/');
+            files.push_back(name);
+        };
+        const auto order = params::pages_in_load_order();
+        for (const std::size_t page : std::span(order).first(order.size() - 1))
+            add(params::kPageTable.at(page).file);
+        for (const std::string_view word : {"TPDO", "RPDO"})
+            for (int tab = 1; tab <= params::kTabs; ++tab)
+                files.push_back("sys/" + std::string(word) + std::to_string(tab) + ".ini");
+        add(params::kPageTable.at(order.back()).file);
+        files.emplace_back("sys/download.ini");
+        return files;
     }
 
     const std::filesystem::path& path() const { return folder_.path(); }
