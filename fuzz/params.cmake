@@ -1,5 +1,6 @@
 if(TARGET servo_params)
     servo_fuzz(page_file SOURCES page_file.cpp LINKS servo_params)
+    servo_fuzz(modbus_file SOURCES modbus_file.cpp LINKS servo_params)
 endif()
 if(TARGET servo_params)
     servo_fuzz(formula_text SOURCES formula_text.cpp LINKS servo_params)
