@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <ranges>
 
 #include "base/gbk.h"
 
@@ -42,9 +41,8 @@ std::string_view utf8_suffix(std::string_view text, std::size_t count) {
 }  // namespace
 
 RecentFiles::RecentFiles(const std::vector<std::string>& paths) {
-    for (const std::string& path : std::views::reverse(paths))
-        add(path);
-    // Built from the back, so that the first ones stay when there are too many.
+    // From the back, so that the first ones stay when there are too many.
+    std::for_each(paths.rbegin(), paths.rend(), [this](const std::string& path) { add(path); });
 }
 
 void RecentFiles::add(std::string_view path) {

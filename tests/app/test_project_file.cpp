@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -260,6 +261,88 @@ TEST(ProjectFile, WhatIsWrittenIsReadProperty) {
             RC_ASSERT(reading.rows[i].rows == sections[i].rows);
             RC_ASSERT(reading.shown[i] == reading.rows[i].window);
         }
+    });
+}
+
+// The same rules told once more, as steps on windows that change while the file is being read. The
+// reader gathers first and changes each window once; at the end both must have come to the same.
+struct Desk {
+    std::map<std::size_t, Rows> grids;
+    Shown on_top;  // the last one on top
+    bool stopped = false;
+
+    void show(std::size_t window) {
+        std::erase(on_top, window);
+        on_top.push_back(window);
+    }
+};
+
+Desk open_step_by_step(const std::vector<std::string>& lines) {
+    Desk desk;
+    bool in_section = false;
+    bool kept = false;
+    std::size_t open = 0;
+    for (const std::string& line : lines) {
+        if (line.find('[') != std::string::npos) {
+            if (in_section) desk.show(open);
+            kept = false;
+            std::string name;
+            for (const char c : line)
+                if (c != '[' && c != ']') name += c;
+            std::size_t at = 0;
+            while (at < kModbus && kWindows[at].name != name)
+                ++at;
+            if (at == kModbus) continue;
+            if (at == kPosFlow || at == kBrowser) {
+                desk.show(at);
+                kept = true;
+            } else if (kWindows[at].has_grid) {
+                desk.grids[at] = {};
+                open = at;
+                in_section = true;
+            } else {
+                desk.show(at);
+            }
+        } else if (in_section && !kept) {
+            std::vector<std::string> fields(1);
+            for (const char c : line) {
+                if (c == ',')
+                    fields.emplace_back();
+                else
+                    fields.back() += c;
+            }
+            if (fields.size() < 3) {
+                desk.stopped = true;
+                return desk;
+            }
+            desk.grids[open].push_back({fields[0], fields[1], fields[2]});
+        }
+    }
+    if (in_section) desk.show(open);
+    return desk;
+}
+
+TEST(ProjectReader, ComesToWhatTheStepsComeToProperty) {
+    rc::check("any lines", [] {
+        const auto line = rc::gen::weightedOneOf<std::string>(
+            {{6, rc::gen::elementOf(std::vector<std::string>{
+                     "[Basic]", "[VLoop]", "[Errors]", "[About]", "[modbus]", "[PosFlow]",
+                     "[ObjectDictionay]", "[Nobody]", "[basic]", "Ba[s]ic", "606000,[,x"})},
+             {6, rc::gen::elementOf(std::vector<std::string>{"606000,1,DEC", "607A00,,inc", ",,",
+                                                             "1,2,3,4", "]a,b,c"})},
+             {1, rc::gen::elementOf(std::vector<std::string>{"", "606000", "606000,1"})}});
+        const auto lines = *rc::gen::container<std::vector<std::string>>(line);
+        std::string bytes;
+        for (const std::string& each : lines)
+            bytes += each + "\r\n";
+        const ProjectReading reading = read(bytes);
+        const Desk desk = open_step_by_step(lines);
+        std::map<std::size_t, Rows> grids;
+        for (const ProjectReading::Rows& rows : reading.rows)
+            RC_ASSERT(grids.emplace(rows.window, rows.rows).second);
+        RC_ASSERT(grids == desk.grids);
+        RC_ASSERT(reading.shown == desk.on_top);
+        RC_ASSERT(reading.stopped == desk.stopped);
     });
 }
 
