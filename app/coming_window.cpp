@@ -44,7 +44,6 @@ ComingWindow::ComingWindow(const WindowDefinition& window) {
     QFont strong = notice->font();
     strong.setBold(true);
     notice->setFont(strong);
-    notice->setMinimumWidth(kSmallestTextWidth);
     auto* purpose = add_line("LabelB", window.purpose);
     QPalette colours = purpose->palette();
     colours.setColor(QPalette::WindowText, QColor(palette::kQuietText));
@@ -57,6 +56,7 @@ ComingWindow::ComingWindow(const WindowDefinition& window) {
     grid->addWidget(image, 0, 0, 2, 1, Qt::AlignCenter);
     grid->addWidget(notice, 0, 1, Qt::AlignBottom);
     grid->addWidget(purpose, 1, 1, Qt::AlignTop);
+    grid->setColumnMinimumWidth(1, kSmallestTextWidth);
     grid->setColumnStretch(1, 1);
 }
 
