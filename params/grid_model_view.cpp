@@ -14,15 +14,14 @@ QString to_qt(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-// Texts from the drive and the dictionary are shown as they stand, never as markup.
-QString plain_tip(const QString& text) {
-    return text.isEmpty() ? QString() : QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
-}
-
 }  // namespace
 
 QString shown_text(std::string_view cell) {
     return to_qt(cell.substr(0, cell.find('\0')));
+}
+
+QString plain_tool_tip(const QString& text) {
+    return text.isEmpty() ? QString() : QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
 }
 
 GridModel::GridModel(const PageGrid& grid, QObject* parent)
@@ -44,7 +43,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return shown_text(grid_.cell(row, column));
         case Qt::ToolTipRole:
-            return plain_tip(tool_tip(row, column));
+            return plain_tool_tip(tool_tip(row, column));
         case Qt::BackgroundRole:
             if (grid_.read_only_cell(row, column)) return QColor(palette::kReadOnlyCell);
             return {};

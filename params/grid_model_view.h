@@ -11,6 +11,9 @@ namespace servo::params {
 // A cell's text as it is shown: up to the first NUL, which drives use to end a text.
 QString shown_text(std::string_view cell);
 
+// A tool tip that shows a text as it stands, never as markup; empty for an empty text.
+QString plain_tool_tip(const QString& text);
+
 class GridModel final : public QAbstractTableModel {
     Q_OBJECT
 

@@ -3,7 +3,6 @@
 #include <QPainter>
 #include <QTableView>
 
-#include "params/row.h"
 #include "params/ui_palette.h"
 
 namespace servo::params {
@@ -12,10 +11,6 @@ namespace {
 
 // The number column is a narrow one.
 constexpr int kNumberPadding = 4;
-
-QRect text_rect(const QRect& cell) {
-    return cell.adjusted(kCellPadding, 0, -kCellPadding, -1);
-}
 
 QFont bold(QFont font) {
     font.setBold(true);
@@ -50,8 +45,8 @@ int grid_row_height(const QFontMetrics& metrics) {
     return metrics.height() + metrics.height() / 2 + 5;
 }
 
-void paint_cell_text(QPainter& painter, const QRect& cell, const QString& text) {
-    const QRect place = text_rect(cell);
+void paint_cell_text(QPainter& painter, const QRect& cell, const QString& text, int padding) {
+    const QRect place = cell.adjusted(padding, 0, -padding, -1);
     painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
 }
@@ -67,32 +62,34 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const auto* table = qobject_cast<const QTableView*>(option.widget);
     const QVariant background = index.data(Qt::BackgroundRole);
     const QRect cell = option.rect;
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const QColor plain(selected ? palette::kSelectedCell : palette::kCell);
     painter->save();
     painter->setFont(option.font);
-    painter->fillRect(cell,
-                      background.isValid() ? background.value<QColor>() : QColor(palette::kCell));
+    painter->fillRect(cell, background.isValid() ? background.value<QColor>() : plain);
     painter->setPen(QColor(background.isValid() ? palette::kReadOnlyLine : palette::kLine));
     painter->drawLine(cell.bottomLeft(), cell.bottomRight());
 
     const QString text = index.data(Qt::DisplayRole).toString();
     painter->setPen(index.data(Qt::ForegroundRole).value<QColor>());
-    if (index.column() == kNumber) {
+    if (index.column() == look_.number_column) {
         paint_number(*painter, cell, text);
     } else {
-        paint_cell_text(*painter, cell, text);
+        paint_cell_text(*painter, cell, text, look_.padding);
     }
 
     const QModelIndex current = table != nullptr ? table->currentIndex() : QModelIndex();
     const QColor accent(table != nullptr && table->hasFocus() ? palette::kAccent
                                                               : palette::kQuietAccent);
-    if (index.row() == current.row() && index.column() == kNumber) {
+    if (index.row() == current.row() && index.column() == 0) {
         painter->fillRect(QRect(cell.left(), cell.top(), 3, cell.height() - 1), accent);
     }
     if (index == current) paint_outline(*painter, cell.adjusted(0, 0, 0, -1), accent);
     painter->restore();
 }
 
-GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+GridHeader::GridHeader(QWidget* parent, GridLook look)
+    : QHeaderView(Qt::Horizontal, parent), look_(look) {
     setSectionsClickable(false);
     setHighlightSections(false);
     setSectionResizeMode(QHeaderView::Fixed);
@@ -109,10 +106,10 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     painter->setFont(bold(font()));
     painter->setPen(QColor(palette::kMutedText));
     const QString text = model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
-    if (section == kNumber) {
+    if (section == look_.number_column) {
         painter->drawText(number_rect(rect, font()), Qt::AlignRight | Qt::AlignVCenter, text);
     } else {
-        paint_cell_text(*painter, rect, text);
+        paint_cell_text(*painter, rect, text, look_.padding);
     }
     painter->restore();
 }

@@ -12,8 +12,6 @@ namespace {
 constexpr std::array<int, kModbusColumns> kWidths{25, 10, 13, 70, 70, 12, 40};
 constexpr int kWholeWidth = 240;
 
-enum Cell : std::uint8_t { kAddress, kIndex, kSub };
-
 int left_edge(int column, int grid_width) {
     int sum = 0;
     for (int i = 0; i < column; ++i)
@@ -52,7 +50,7 @@ void ModbusTable::reload() {
     for (std::size_t row = 0; row < dictionary_.modbus_rows(); ++row) {
         // The key first; a line feed stands between cells, so that no word reaches across two.
         std::string text =
-            dictionary_.modbus_cell(row, kIndex) + dictionary_.modbus_cell(row, kSub);
+            dictionary_.modbus_cell(row, kModbusIndex) + dictionary_.modbus_cell(row, kModbusSub);
         for (std::size_t column = 0; column < kModbusColumns; ++column)
             text += '\n' + dictionary_.modbus_cell(row, column);
         search_texts_.push_back(small_letters(text));
@@ -94,15 +92,25 @@ std::string ModbusTable::copied_rows(std::span<const int> rows_to_copy) const {
     return text;
 }
 
-std::string ModbusTable::count_text(base::Language language) const {
-    const bool all = rows() == all_rows();
+std::optional<std::size_t> ModbusTable::dictionary_row(int row) const {
+    if (row < 0 || row >= rows()) return std::nullopt;
+    return shown_[static_cast<std::size_t>(row)];
+}
+
+std::optional<int> ModbusTable::shown_row(std::size_t dictionary_row) const {
+    const auto found = std::lower_bound(shown_.begin(), shown_.end(), dictionary_row);
+    if (found == shown_.end() || *found != dictionary_row) return std::nullopt;
+    return static_cast<int>(found - shown_.begin());
+}
+
+std::string ModbusTable::count_text(int shown, int all, base::Language language) {
     switch (language) {
         case base::Language::kChinese:
-            return all ? fmt::format("共 {} 行", rows())
-                       : fmt::format("{} 行，共 {} 行", rows(), all_rows());
+            return shown == all ? fmt::format("共 {} 行", all)
+                                : fmt::format("{} 行，共 {} 行", shown, all);
         case base::Language::kEnglish:
-            return all ? fmt::format("{} rows", rows())
-                       : fmt::format("{} of {} rows", rows(), all_rows());
+            return shown == all ? fmt::format("{} rows", all)
+                                : fmt::format("{} of {} rows", shown, all);
     }
     return {};
 }

@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,6 +17,15 @@
 
 namespace servo::params {
 
+enum ModbusColumn : std::uint8_t {
+    kModbusAddress,
+    kModbusIndex,
+    kModbusSub,
+    kModbusNameCh,
+    kModbusNameEn,
+    kModbusAttr,
+    kModbusType,
+};
 inline constexpr int kModbusColumns = 7;
 // The same in both languages.
 inline constexpr std::array<std::string_view, kModbusColumns> kModbusHeader{
@@ -44,11 +55,18 @@ class ModbusTable {
     std::string cell(int row, int column) const;
     int all_rows() const { return static_cast<int>(search_texts_.size()); }
 
+    // A row of the dictionary's table, of a shown row and back; nothing when it is not there.
+    std::optional<std::size_t> dictionary_row(int row) const;
+    std::optional<int> shown_row(std::size_t dictionary_row) const;
+
     // The rows as lines of cells separated by tabs; rows that are not there are left out.
     std::string copied_rows(std::span<const int> rows) const;
 
     // How many rows there are, in both languages; with the number shown when a filter hides some.
-    std::string count_text(base::Language language) const;
+    std::string count_text(base::Language language) const {
+        return count_text(rows(), all_rows(), language);
+    }
+    static std::string count_text(int shown, int all, base::Language language);
 
   private:
     void apply_filter();

@@ -1,6 +1,5 @@
 #include "params/page_window.h"
 
-#include <QCloseEvent>
 #include <QHeaderView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -18,7 +17,10 @@ constexpr int kSmallestHeight = 90;
 }  // namespace
 
 PageWindow::PageWindow(Page& page, QWidget* parent)
-    : QWidget(parent), page_(page), grid_(page.grid(), this) {
+    : QWidget(parent),
+      page_(page),
+      grid_(page.grid(), this),
+      watch_(*this, [this] { grid_.hide_editors(); }) {
     const auto name = QString::fromStdString(page.name());
     setObjectName(name);
     setMinimumSize(kSmallestWidth, kSmallestHeight);
@@ -45,37 +47,9 @@ void PageWindow::fit_height() {
     frame->resize(frame->width(), std::max(fitting, frame->minimumSizeHint().height()));
 }
 
-void PageWindow::closeEvent(QCloseEvent* event) {
-    grid_.hide_editors();
-    QWidget::closeEvent(event);
-}
-
 void PageWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     fit_height();
-}
-
-void PageWindow::hideEvent(QHideEvent* event) {
-    grid_.hide_editors();
-    QWidget::hideEvent(event);
-}
-
-bool PageWindow::event(QEvent* event) {
-    if (event->type() == QEvent::ParentChange) watch_frame();
-    if (event->type() == QEvent::WindowDeactivate && isWindow()) grid_.hide_editors();
-    return QWidget::event(event);
-}
-
-// Leaving the page for another window of the program hides both editors.
-void PageWindow::watch_frame() {
-    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
-    if (frame == nullptr) return;
-    connect(frame, &QMdiSubWindow::windowStateChanged, this,
-            [this](Qt::WindowStates before, Qt::WindowStates now) {
-                if (before.testFlag(Qt::WindowActive) && !now.testFlag(Qt::WindowActive)) {
-                    grid_.hide_editors();
-                }
-            });
 }
 
 }  // namespace servo::params

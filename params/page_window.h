@@ -8,6 +8,7 @@
 
 #include <QWidget>
 
+#include "params/leave_watch.h"
 #include "params/page.h"
 #include "params/page_grid_view.h"
 
@@ -30,17 +31,14 @@ class PageWindow final : public QWidget {
     void popup_asked(const QPoint& place);
 
   protected:
-    void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    bool event(QEvent* event) override;
 
   private:
-    void watch_frame();
     void fit_height();
 
     Page& page_;
     PageGridView grid_;
+    LeaveWatch watch_;  // behind what it acts on
 };
 
 }  // namespace servo::params

@@ -1,0 +1,74 @@
+#include "params/tabbed_page_window.h"
+
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+namespace servo::params {
+
+namespace {
+
+constexpr int kMargin = 8;
+constexpr int kSmallestWidth = 340;
+constexpr int kSmallestHeight = 160;
+constexpr int kFirstRows = 15;  // seen at first: a PDO with its eight mapping entries
+
+}  // namespace
+
+TabbedPageWindow::TabbedPageWindow(TabbedPage& page, QWidget* parent)
+    : QWidget(parent),
+      page_(page),
+      SSTab1_(this),
+      watch_(*this, [this] { page_.active_grid().hide_editors(); }) {
+    setObjectName(QString::fromStdString(page.name()));
+    setMinimumSize(kSmallestWidth, kSmallestHeight);
+    SSTab1_.setObjectName(QStringLiteral("SSTab1"));
+    SSTab1_.setDocumentMode(true);
+    SSTab1_.tabBar()->setDrawBase(false);
+    QStringList captions;
+    for (int tab = 0; tab < kTabs; ++tab) {
+        add_tab(tab);
+        captions << SSTab1_.tabText(tab);
+    }
+    SSTab1_.setProperty("Tag", captions.join(QLatin1Char('|')));
+    SSTab1_.setCurrentIndex(page_.SSTab1_Tab());
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->addWidget(&SSTab1_);
+    setFocusProxy(grids_.at(static_cast<std::size_t>(page_.SSTab1_Tab())));
+    connect(&SSTab1_, &QTabWidget::currentChanged, this, &TabbedPageWindow::tab_changed);
+}
+
+void TabbedPageWindow::add_tab(int tab) {
+    auto* const view = new PageGridView(page_.grid(tab), &SSTab1_, QStringLiteral("(%1)").arg(tab));
+    grids_.at(static_cast<std::size_t>(tab)) = view;
+    view->table().setup_grid();  // of the tabs behind too, which get their size when shown
+    SSTab1_.addTab(view, QString::fromStdString(page_.tab_caption(tab)));
+    connect(view, &PageGridView::popup_asked, this, &TabbedPageWindow::popup_asked);
+}
+
+void TabbedPageWindow::tab_changed(int tab) {
+    page_.select_tab(tab);
+    setFocusProxy(grids_.at(static_cast<std::size_t>(tab)));
+}
+
+QSize TabbedPageWindow::sizeHint() const {
+    PageGridView& grid = *grids_.front();
+    const int rows = grid.table().height_of_rows(kFirstRows + 1);
+    return {grid.sizeHint().width() + 2 * kMargin,
+            rows + SSTab1_.tabBar()->sizeHint().height() + 3 * kMargin};
+}
+
+// Ctrl+PageUp and Ctrl+PageDown go round the tabs from wherever the focus is in the window.
+void TabbedPageWindow::keyPressEvent(QKeyEvent* event) {
+    const bool up = event->key() == Qt::Key_PageUp;
+    if (event->modifiers() != Qt::ControlModifier || (!up && event->key() != Qt::Key_PageDown)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    const int step = up ? kTabs - 1 : 1;
+    SSTab1_.setCurrentIndex((SSTab1_.currentIndex() + step) % kTabs);
+    SSTab1_.currentWidget()->setFocus(Qt::OtherFocusReason);
+}
+
+}  // namespace servo::params
