@@ -1,0 +1,258 @@
+// The shell as a user waits for it, offscreen, on the shipped pages: from a menu item to the first
+// paint of its page, its widgets made on the way, against 50 ms and against an empty window with a
+// table; a switch of the language with every window open, against 300 ms and against painting the
+// same windows anew.
+#include <QApplication>
+#include <QEvent>
+#include <QHeaderView>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/menu_table.h"
+#include "app/program.h"
+#include "app/style.h"
+#include "bench/ratio.h"
+#include "params/page_table.h"
+
+namespace {
+
+using namespace servo;
+
+constexpr int kPrograms = 7;   // each opens every page once, for the first time
+constexpr int kSwitches = 11;  // pairs of one switch and one painting
+constexpr int kRows = 30;      // of the table that an empty window shows
+
+// A program's folder of its own, since a switch of the language writes into it.
+class Folder {
+  public:
+    Folder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "servo-shell-XXXXXX");
+        path_ = ::mkdtemp(pattern.data());
+    }
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    bool fill(const std::filesystem::path& shipped) const {
+        std::error_code error;
+        for (const char* name : {"sys", "modbus.txt", "qorlan.dat"})
+            if (!error)
+                std::filesystem::copy(shipped / name, path_ / name,
+                                      std::filesystem::copy_options::recursive, error);
+        return !error;
+    }
+    const std::filesystem::path& path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+// Nobody sits in front of a benchmark.
+class NoDialogs final : public app::UserDialogs {
+  public:
+    base::Answer show(std::string_view, std::string_view, base::Buttons) override {
+        return base::Answer::kOk;
+    }
+    std::optional<std::string> ask_file(const app::FileRequest&) override { return {}; }
+};
+
+// Sees the first paint of a table inside of a frame.
+class PaintWatch final : public QObject {
+  public:
+    PaintWatch() { qApp->installEventFilter(this); }
+    ~PaintWatch() override { qApp->removeEventFilter(this); }
+    PaintWatch(const PaintWatch&) = delete;
+    PaintWatch& operator=(const PaintWatch&) = delete;
+
+    // Processes events until a table has been painted since the watch began; the events in hand are
+    // finished, so the painting is done and not only begun.
+    bool wait() const {
+        for (int i = 0; i < 1000 && !painted_; ++i)
+            QApplication::processEvents();
+        return painted_;
+    }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Paint &&
+            qobject_cast<QTableView*>(object->parent()) != nullptr)
+            painted_ = true;
+        return false;
+    }
+
+  private:
+    bool painted_ = false;
+};
+
+template <typename Function>
+double seconds(Function function) {
+    return bench::seconds_per_call(function, 1);
+}
+
+// The program with its main window shown.
+struct Shell {
+    explicit Shell(const Folder& folder) : program(options(folder)) {
+        program.dialogs().use(answers);
+        started = program.start();
+        settle();
+    }
+    static app::Options options(const Folder& folder) {
+        app::Options options;
+        options.data = folder.path();
+        return options;
+    }
+    static void settle() {
+        for (int i = 0; i < 10; ++i)
+            QApplication::processEvents();
+    }
+    void menu(std::string_view item) { program.form().menu_item(app::to_qt(item))->trigger(); }
+
+    NoDialogs answers;
+    app::Program program;
+    bool started = false;
+};
+
+// A frame with a table and nothing else, in a main window that is there already.
+class EmptyWindows {
+  public:
+    EmptyWindows() {
+        window_.setCentralWidget(&area_);
+        window_.resize(1280, 800);
+        window_.show();
+        for (int row = 0; row < kRows; ++row)
+            for (int column = 0; column < 6; ++column)
+                model_.setItem(row, column, new QStandardItem(QStringLiteral("cell")));
+        Shell::settle();
+    }
+    void open() {
+        auto* table = new QTableView;
+        table->setModel(&model_);
+        QMdiSubWindow* frame = area_.addSubWindow(table);
+        frame->resize(720, 420);
+        frame->show();
+    }
+
+  private:
+    QStandardItemModel model_;
+    QMainWindow window_;
+    QMdiArea area_;
+};
+
+std::vector<std::string_view> page_items() {
+    std::vector<std::string_view> items;
+    for (const app::MenuItem& item : app::menu_table())
+        if (item.kind == app::MenuKind::kOpenPage &&
+            params::find_page_definition(item.window) != nullptr)
+            items.push_back(item.item);
+    return items;
+}
+
+// Median of each page's first opening over some programs, in turn with that of an empty window.
+bool measure_pages(const Folder& folder, bench::Report& report) {
+    const auto items = page_items();
+    std::vector<std::vector<double>> of_page(items.size());
+    std::vector<double> of_empty;
+    for (int round = 0; round < kPrograms; ++round) {
+        Shell shell(folder);
+        EmptyWindows empty;
+        if (!shell.started) return false;
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            bool painted = true;
+            of_page[i].push_back(seconds([&] {
+                const PaintWatch watch;
+                shell.menu(items[i]);
+                painted = watch.wait();
+            }));
+            Shell::settle();
+            of_empty.push_back(seconds([&] {
+                const PaintWatch watch;
+                empty.open();
+                painted = watch.wait() && painted;
+            }));
+            Shell::settle();
+            if (!painted) return false;
+        }
+    }
+    std::vector<double> pages;
+    std::size_t worst = 0;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        pages.push_back(bench::median(of_page[i]));
+        if (pages[i] > pages[worst]) worst = i;
+    }
+    const double reference = bench::median(of_empty);
+    std::printf("pages: %zu, worst %.1f ms (%.*s), median %.1f ms, empty window: %.1f ms\n",
+                items.size(), pages[worst] * 1e3, static_cast<int>(items[worst].size()),
+                items[worst].data(), bench::median(pages) * 1e3, reference * 1e3);
+    report.at_most("page-open-worst-seconds", pages[worst], 0.050);
+    report.at_most("page-open-against-empty-window", bench::median(pages) / reference, 3.0);
+    return items.size() == params::kPages;
+}
+
+// Every window open and in the other language, against the same windows painted anew.
+bool measure_language(const Folder& folder, bench::Report& report) {
+    Shell shell(folder);
+    if (!shell.started) return false;
+    app::MDIForm1& form = shell.program.form();
+    std::vector<QWidget*> contents;
+    for (const link::Window* window : shell.program.workstation().engine.all_windows) {
+        const QString name = app::to_qt(window->name());
+        QWidget* content = form.window_widget(name);
+        if (content == nullptr) continue;
+        form.open_window(name);
+        contents.push_back(content);
+    }
+    Shell::settle();
+    bool chinese = false;
+    const auto switched = bench::take_turns(
+        kSwitches,
+        [&] {
+            chinese = !chinese;
+            shell.menu(chinese ? "chinese" : "English");
+            QApplication::processEvents();
+        },
+        1,
+        [&] {
+            for (QWidget* widget : form.findChildren<QWidget*>())
+                widget->repaint();
+        },
+        1, [] { Shell::settle(); });
+    std::printf("language switch over %zu open windows: %.1f ms, painting them: %.1f ms\n",
+                contents.size(), switched.ours * 1e3, switched.reference * 1e3);
+    report.at_most("language-switch-seconds", switched.ours, 0.300);
+    report.at_most("language-switch-against-painting", switched.ours / switched.reference, 2.5);
+    return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    app::apply_style();
+    const Folder folder;
+    if (!folder.fill(SERVO_BIN_DIR)) {
+        std::fprintf(stderr, "no run-time tree in %s\n", SERVO_BIN_DIR);
+        return 1;
+    }
+    bench::Report report;
+    if (!measure_pages(folder, report) || !measure_language(folder, report)) {
+        std::fprintf(stderr, "the program did not come up\n");
+        return 1;
+    }
+    return report.exit_status();
+}

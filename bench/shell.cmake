@@ -1,0 +1,6 @@
+if(SERVO_QT)
+    servo_bench(shell SOURCES bench_shell.cpp LINKS servo_app_ui servo_base Qt6::Widgets)
+    target_include_directories(bench_shell PRIVATE ${CMAKE_SOURCE_DIR})
+    target_compile_definitions(bench_shell PRIVATE QT_NO_KEYWORDS)
+    add_dependencies(bench_shell data_tree)
+endif()
