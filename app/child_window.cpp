@@ -2,8 +2,28 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <array>
+#include <utility>
+
+#include "app/style.h"
 
 namespace servo::app {
+
+namespace {
+
+// The toolkit's items by their names there, which are English.
+constexpr std::array kMenuTexts{
+    std::pair{"qt_Restore", base::Text{"还原(&R)", "&Restore"}},
+    std::pair{"qt_Move", base::Text{"移动(&M)", "&Move"}},
+    std::pair{"qt_Size", base::Text{"大小(&S)", "&Size"}},
+    std::pair{"qt_Minimize", base::Text{"最小化(&N)", "Mi&nimize"}},
+    std::pair{"qt_Maximize", base::Text{"最大化(&X)", "Ma&ximize"}},
+    std::pair{"qt_Stay on Top", base::Text{"总在最前(&T)", "Stay on &Top"}},
+    std::pair{"qt_Close", base::Text{"关闭(&C)", "&Close"}},
+};
+
+}  // namespace
 
 ChildWindow::ChildWindow(QWidget* content, Kind kind) : kind_(kind) {
     setWidget(content);
@@ -11,6 +31,23 @@ ChildWindow::ChildWindow(QWidget* content, Kind kind) : kind_(kind) {
     if (kind_ == Kind::kDialog)
         setWindowFlags(Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                        Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    prepare_menu();
+}
+
+// Keys are given out in one place, the program's menus; the toolkit's own for closing would clash
+// with the same key there.
+void ChildWindow::prepare_menu() {
+    for (QAction* action : systemMenu()->actions()) {
+        action->setShortcuts(QList<QKeySequence>{});
+        action->setObjectName(QStringLiteral("qt_") + action->text().remove(QLatin1Char('&')));
+    }
+}
+
+void ChildWindow::apply_language(base::Language language) {
+    for (QAction* action : systemMenu()->actions())
+        for (const auto& [name, text] : kMenuTexts)
+            if (action->objectName() == QLatin1String(name))
+                action->setText(to_qt(text.in(language)));
 }
 
 void ChildWindow::closeEvent(QCloseEvent* event) {
@@ -24,6 +61,32 @@ void ChildWindow::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QMdiSubWindow::keyPressEvent(event);
+}
+
+void ChildWindow::moveEvent(QMoveEvent* event) {
+    QMdiSubWindow::moveEvent(event);
+    keep_geometry();
+}
+
+void ChildWindow::resizeEvent(QResizeEvent* event) {
+    QMdiSubWindow::resizeEvent(event);
+    keep_geometry();
+}
+
+WindowPlace ChildWindow::place() const {
+    PlaceState state = PlaceState::kNormal;
+    if (isMinimized()) state = PlaceState::kMinimized;
+    if (isMaximized()) state = PlaceState::kMaximized;
+    return {{normal_.x(), normal_.y()}, {normal_.width(), normal_.height()}, state};
+}
+
+void ChildWindow::put(const WindowPlace& place) {
+    setGeometry(place.corner.x, place.corner.y, place.size.width, place.size.height);
+}
+
+// The toolkit keeps the normal place of a child window to itself.
+void ChildWindow::keep_geometry() {
+    if (!isMinimized() && !isMaximized() && !isShaded()) normal_ = geometry();
 }
 
 }  // namespace servo::app

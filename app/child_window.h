@@ -3,6 +3,10 @@
 #pragma once
 
 #include <QMdiSubWindow>
+#include <QRect>
+
+#include "app/shell_layout.h"
+#include "base/language.h"
 
 namespace servo::app {
 
@@ -15,6 +19,18 @@ class ChildWindow final : public QMdiSubWindow {
 
     ChildWindow(QWidget* content, Kind kind);
 
+    Kind kind() const { return kind_; }
+
+    // Where it stood last when it was neither minimised nor maximised.
+    QRect normal_geometry() const { return normal_; }
+
+    WindowPlace place() const;
+    // Place and size, not the state.
+    void put(const WindowPlace& place);
+
+    // The texts of the menu at the icon.
+    void apply_language(base::Language language);
+
   Q_SIGNALS:
     // The close box, or Esc in a dialog. Whoever keeps the windows hides this one.
     void close_asked();
@@ -22,9 +38,15 @@ class ChildWindow final : public QMdiSubWindow {
   protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void keep_geometry();
+    void prepare_menu();
+
     Kind kind_;
+    QRect normal_;
 };
 
 }  // namespace servo::app

@@ -14,6 +14,14 @@ inline constexpr QRgb kQuietText = 0xff55636f;  // notes beside a control
 inline constexpr QRgb kDisabledText = 0xff8a949d;
 inline constexpr QRgb kHighlight = 0xff1f6fb2;
 inline constexpr QRgb kHighlightedText = 0xffffffff;
+inline constexpr QRgb kDivider = 0xffc3ccd4;  // between cells and around frames
+inline constexpr QRgb kTitle = 0xff24506f;    // of the active window
+inline constexpr QRgb kTitleText = 0xffffffff;
+inline constexpr QRgb kQuietTitle = 0xffd3dbe2;  // of the others
+inline constexpr QRgb kQuietTitleText = 0xff46535e;
+inline constexpr QRgb kTitleHover = 0xff3d6f93;
+inline constexpr QRgb kQuietTitleHover = 0xffbfcad3;
+inline constexpr QRgb kCloseHover = 0xffb3261e;
 inline constexpr QRgb kWorkspace = 0xffe3e8ec;  // behind the windows
 
 }  // namespace servo::app::palette

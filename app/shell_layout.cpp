@@ -11,6 +11,7 @@ namespace {
 constexpr std::array kClassLimits{700, 1000, 1500};
 constexpr std::array<Size, 4> kPictureSizes{Size{320, 200}, Size{480, 300}, Size{640, 400},
                                             Size{880, 550}};
+constexpr int kPictureGap = 16;
 constexpr int kCascadeStep = 28;
 constexpr int kCascadeSteps = 4;  // that fit at least
 constexpr int kColumnSteps = 4;   // to the right, where the cascade begins anew at the top
@@ -24,6 +25,17 @@ int background_class(int frame_width) {
 
 Size background_size(int size_class) {
     return kPictureSizes.at(static_cast<std::size_t>(std::clamp(size_class, 0, 3)));
+}
+
+BackgroundPlaces background_places(Size area, Size picture, Size text) {
+    BackgroundPlaces places;
+    const int height = picture.height + kPictureGap + text.height;
+    places.text_fits =
+        height + kPictureGap <= area.height && text.width + 2 * kPictureGap <= area.width;
+    const int top = (area.height - (places.text_fits ? height : picture.height)) / 2;
+    places.picture = {(area.width - picture.width) / 2, top};
+    places.text = {(area.width - text.width) / 2, top + picture.height + kPictureGap};
+    return places;
 }
 
 std::vector<Place> icon_places(Size area, const std::vector<Size>& icons) {

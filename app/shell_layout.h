@@ -24,6 +24,16 @@ int background_class(int frame_width);
 // Width and height of the picture of a size class; the drawing is 8 by 5.
 Size background_size(int size_class);
 
+// Where the picture and the text below it stand: together in the middle of the area. The text is
+// left out where it does not fit below the picture; the picture is in the middle alone then.
+struct BackgroundPlaces {
+    Place picture;
+    Place text;
+    bool text_fits = false;
+    bool operator==(const BackgroundPlaces&) const = default;
+};
+BackgroundPlaces background_places(Size area, Size picture, Size text);
+
 // The places of minimised windows: from the bottom left corner to the right, further rows above.
 std::vector<Place> icon_places(Size area, const std::vector<Size>& icons);
 

@@ -1,5 +1,7 @@
 #include "app/shell_tools.h"
 
+#include "app/key_sequences.h"
+#include "app/menu_hints.h"
 #include "app/style.h"
 
 namespace servo::app {
@@ -19,6 +21,7 @@ ShellTools::ShellTools(QWidget* parent) : QToolBar(parent) {
         if (item.new_group) addSeparator();
         QAction* action = addAction(QString());
         action->setObjectName(to_qt(item.key));
+        action->setShortcuts(key_sequences(ShortcutKind::kTool, item.key));
         connect(action, &QAction::triggered, this, [this, &item] { Q_EMIT chosen(item); });
         actions_.insert(to_qt(item.key), action);
         set_picture(to_qt(item.key), to_qt(item.picture));
@@ -31,6 +34,9 @@ void ShellTools::apply(base::Language language, dictionary::Variant variant) {
         QAction* action = actions_.value(to_qt(item.key));
         action->setText(tip);
         action->setToolTip(tip);
+        // A button that stands for a menu item says what the item says.
+        const std::string_view named = item.kind == ToolKind::kMenuItem ? item.item : item.key;
+        action->setStatusTip(to_qt(menu_hint(named, language, variant)));
     }
 }
 

@@ -2,8 +2,8 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyleFactory>
 
+#include "app/frame_style.h"
 #include "app/palette.h"
 #include "app/svg_icon.h"
 
@@ -17,7 +17,7 @@ namespace servo::app {
 
 void apply_style() {
     load_pictures();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new FrameStyle);
     QPalette colours;
     colours.setColor(QPalette::Window, palette::kWindow);
     colours.setColor(QPalette::WindowText, palette::kText);

@@ -1,0 +1,23 @@
+// The toolkit's Fusion style with flat frames for the windows inside of the main window: a plain
+// title, small strokes for its buttons, one line around. Everything else stays as it is.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace servo::app {
+
+class FrameStyle final : public QProxyStyle {
+    Q_OBJECT
+
+  public:
+    FrameStyle();
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override;
+};
+
+}  // namespace servo::app

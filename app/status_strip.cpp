@@ -1,0 +1,130 @@
+#include "app/status_strip.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <algorithm>
+
+#include "app/language_walker.h"
+#include "app/palette.h"
+#include "app/state_controls.h"
+#include "app/style.h"
+
+namespace servo::app {
+
+namespace {
+
+constexpr int kPictureSize = 16;
+constexpr int kGap = 8;
+constexpr int kBarMargin = 4;
+
+void set_text(QLabel& label, const std::string& text) {
+    const QString shown = to_qt(text);
+    if (label.text() != shown) label.setText(shown);
+}
+
+// So wide that every text of the cell fits.
+void fit(QLabel& label, const std::vector<StripTexts>& widest, std::string StripTexts::*text) {
+    int width = 0;
+    for (const StripTexts& texts : widest)
+        width = std::max(width, label.fontMetrics().horizontalAdvance(to_qt(texts.*text)));
+    label.setMinimumWidth(width + 2);
+}
+
+void name(QLabel& label, std::string_view text) {
+    label.setToolTip(to_qt(text));
+    label.setAccessibleDescription(to_qt(text));
+}
+
+}  // namespace
+
+StatusStrip::StatusStrip(QWidget* parent) : QStatusBar(parent) {
+    setObjectName(QStringLiteral("StatusBar1"));
+    auto* cells = new QWidget(this);
+    auto* row = new QHBoxLayout(cells);
+    row->setContentsMargins(kGap, kBarMargin, kGap, kBarMargin);
+    row->setSpacing(kGap);
+    picture_ = add_cell(*row, "StatusPicture", Qt::AlignCenter);
+    picture_->setFixedSize(kPictureSize, kPictureSize);
+    state_ = add_cell(*row, "StatusState", Qt::AlignLeft);
+    add_line(*row);
+    port_ = add_cell(*row, "StatusPort", Qt::AlignLeft);
+    add_line(*row);
+    hint_ = add_cell(*row, "StatusHint", Qt::AlignLeft);
+    // A long hint must not widen the main window.
+    hint_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    row->setStretchFactor(hint_, 1);
+    objects_ = add_cell(*row, "StatusObjects", Qt::AlignRight);
+    add_line(*row);
+    misses_ = add_cell(*row, "StatusMisses", Qt::AlignRight);
+    add_line(*row);
+    load_ = add_cell(*row, "StatusLoad", Qt::AlignRight);
+    addPermanentWidget(cells, 1);
+    connect(this, &QStatusBar::messageChanged, hint_, &QLabel::setText);
+    apply_language(language_);
+}
+
+QLabel* StatusStrip::add_cell(QHBoxLayout& row, const char* cell_name, Qt::Alignment alignment) {
+    auto* label = new QLabel(this);
+    label->setObjectName(QLatin1String(cell_name));
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(alignment | Qt::AlignVCenter);
+    label->setProperty(kTag, QLatin1String(kOneText));
+    row.addWidget(label);
+    return label;
+}
+
+void StatusStrip::add_line(QHBoxLayout& row) {
+    auto* line = new QFrame(this);
+    line->setFixedWidth(1);
+    line->setAutoFillBackground(true);
+    QPalette colours = line->palette();
+    colours.setColor(QPalette::Window, palette::kDivider);
+    line->setPalette(colours);
+    row.addWidget(line);
+}
+
+void StatusStrip::apply_language(base::Language language) {
+    language_ = language;
+    walk_fonts(*this, language);
+    const StripNames names = strip_names(language);
+    name(*picture_, names.state);
+    name(*state_, names.state);
+    name(*port_, names.port);
+    name(*objects_, names.objects);
+    name(*misses_, names.misses);
+    name(*load_, names.load);
+    fit_cells();
+    show_texts();
+}
+
+void StatusStrip::fit_cells() {
+    const std::vector<StripTexts> widest = widest_strip_texts(language_);
+    fit(*state_, widest, &StripTexts::state);
+    fit(*port_, widest, &StripTexts::port);
+    fit(*objects_, widest, &StripTexts::objects);
+    fit(*misses_, widest, &StripTexts::misses);
+    fit(*load_, widest, &StripTexts::load);
+}
+
+void StatusStrip::show_figures(const LinkFigures& figures) {
+    figures_ = figures;
+    show_texts();
+}
+
+void StatusStrip::show_texts() {
+    const StripTexts texts = strip_texts(figures_, language_);
+    set_text(*state_, texts.state);
+    set_text(*port_, texts.port);
+    set_text(*objects_, texts.objects);
+    set_text(*misses_, texts.misses);
+    set_text(*load_, texts.load);
+    picture_->setAccessibleName(to_qt(texts.state));
+    if (shown_picture_ == to_qt(texts.picture)) return;
+    shown_picture_ = to_qt(texts.picture);
+    picture_->setProperty(kPictureProperty, shown_picture_);
+    picture_->setPixmap(state_picture(shown_picture_)
+                            .pixmap(QSize(kPictureSize, kPictureSize), devicePixelRatioF()));
+}
+
+}  // namespace servo::app

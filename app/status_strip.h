@@ -1,0 +1,42 @@
+// The status bar: state of the link, port, what the link carries, and in the middle the hint of the
+// menu item or button under the mouse. Cells keep their width while their numbers change.
+#pragma once
+
+#include <QStatusBar>
+#include <QString>
+
+#include "app/strip_texts.h"
+
+class QHBoxLayout;
+class QLabel;
+
+namespace servo::app {
+
+class StatusStrip final : public QStatusBar {
+    Q_OBJECT
+
+  public:
+    explicit StatusStrip(QWidget* parent);
+
+    void apply_language(base::Language language);
+    void show_figures(const LinkFigures& figures);
+
+  private:
+    QLabel* add_cell(QHBoxLayout& row, const char* name, Qt::Alignment alignment);
+    void add_line(QHBoxLayout& row);
+    void fit_cells();
+    void show_texts();
+
+    QLabel* picture_ = nullptr;  // the state, by shape
+    QLabel* state_ = nullptr;
+    QLabel* port_ = nullptr;
+    QLabel* hint_ = nullptr;
+    QLabel* objects_ = nullptr;
+    QLabel* misses_ = nullptr;
+    QLabel* load_ = nullptr;
+    QString shown_picture_;
+    LinkFigures figures_;
+    base::Language language_ = base::Language::kEnglish;
+};
+
+}  // namespace servo::app

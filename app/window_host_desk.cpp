@@ -1,0 +1,83 @@
+// The arrangement of windows on the desk: what is open, what is active, where all of it stands.
+#include <QMdiArea>
+#include <algorithm>
+
+#include "app/style.h"
+#include "app/window_host.h"
+
+namespace servo::app {
+
+WindowPlaces WindowHost::places() const {
+    WindowPlaces places = remembered_;
+    for (const auto& [name, window] : made_)
+        if (window.placed) places[name] = window.frame->place();
+    return places;
+}
+
+std::vector<OpenWindow> WindowHost::open_windows() const {
+    // Null while the focus is outside of the frame; the current one is still marked then.
+    const QMdiSubWindow* active = area_->currentSubWindow();
+    std::vector<OpenWindow> windows;
+    for (const std::string& name : open_) {
+        const ChildWindow* frame = made_.at(name).frame;
+        windows.push_back(
+            {name, from_qt(frame->windowTitle()), frame == active, frame->isMinimized()});
+    }
+    return windows;
+}
+
+void WindowHost::activate(const std::string& name) {
+    if (!on_screen(name)) return;
+    Made& window = made_.at(name);
+    if (window.frame->isMinimized()) show_again(window);
+    window.frame->raise();
+    area_->setActiveSubWindow(window.frame);
+    window.content->setFocus(Qt::TabFocusReason);
+    tell();
+}
+
+void WindowHost::activate_next(bool forward) {
+    const std::vector<OpenWindow> windows = open_windows();
+    const int position = next_window(windows, forward);
+    if (position >= 0) activate(windows[static_cast<std::size_t>(position)].name);
+}
+
+void WindowHost::close_active() {
+    if (QMdiSubWindow* active = area_->currentSubWindow()) active->close();
+}
+
+std::vector<ChildWindow*> WindowHost::open_pages() const {
+    std::vector<ChildWindow*> pages;
+    for (const std::string& name : open_) {
+        ChildWindow* frame = made_.at(name).frame;
+        if (frame->kind() == ChildWindow::Kind::kPage && !frame->isMinimized())
+            pages.push_back(frame);
+    }
+    return pages;
+}
+
+void WindowHost::cascade() {
+    const Size area = area_size();
+    QMdiSubWindow* active = area_->currentSubWindow();
+    int count = 0;
+    for (ChildWindow* frame : open_pages()) {
+        if (frame->isMaximized()) frame->showNormal();
+        const Size size = first_size(area, {frame->width(), frame->height()});
+        frame->put({cascade_place(area, size, count++), size, PlaceState::kNormal});
+        frame->raise();
+    }
+    if (active != nullptr) area_->setActiveSubWindow(active);
+    tell();
+}
+
+void WindowHost::tile() {
+    const std::vector<ChildWindow*> pages = open_pages();
+    const auto places = tile_places(area_size(), static_cast<int>(pages.size()));
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        if (pages[i]->isMaximized()) pages[i]->showNormal();
+        pages[i]->put(places[i]);
+    }
+    tell();
+}
+
+}  // namespace servo::app
