@@ -41,6 +41,7 @@ ModbusWindow::ModbusWindow(const dictionary::Store& dictionary, const base::Lang
     LabelA_.setBuddy(&TextA_);
     LabelB_.setProperty("Tag", QStringLiteral("-"));  // changes with the rows
     LabelB_.setTextFormat(Qt::PlainText);
+    LabelB_.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     TextA_.setClearButtonEnabled(true);
 
     auto* layout = new QGridLayout(this);

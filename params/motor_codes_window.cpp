@@ -18,8 +18,9 @@ namespace {
 
 constexpr int kMargin = 8;
 constexpr int kTextMargin = 8;
-constexpr int kFirstLines = 36;    // seen at first
-constexpr int kMostColumns = 140;  // of the first width; longer lines are scrolled to
+constexpr int kFirstLines = 36;     // seen at first
+constexpr int kFewestColumns = 80;  // of the first width
+constexpr int kMostColumns = 140;   // longer lines are scrolled to
 constexpr QSize kSmallest{340, 160};
 
 constexpr base::Text kPaneName{"电机代号表", "Table of motor codes"};
@@ -91,12 +92,13 @@ void MotorCodesWindow::name_pane() {
 
 QSize MotorCodesWindow::sizeHint() const {
     const QFontMetrics metrics(text_font());
-    int columns = 0;
+    int width = 0;
     for (const auto& line : text_.split(QLatin1Char('\n')))
-        columns = std::max(columns, static_cast<int>(line.size()));
+        width = std::max(width, metrics.horizontalAdvance(line.trimmed()));
+    const int column = metrics.horizontalAdvance(QLatin1Char('0'));
+    width = std::clamp(width, kFewestColumns * column, kMostColumns * column);
     const int around = 2 * (kMargin + kTextMargin + RichTextBox1_.frameWidth());
-    return {std::min(columns, kMostColumns) * metrics.horizontalAdvance(QLatin1Char('0')) + around +
-                RichTextBox1_.verticalScrollBar()->sizeHint().width(),
+    return {width + around + 2 * RichTextBox1_.verticalScrollBar()->sizeHint().width(),
             kFirstLines * metrics.lineSpacing() + around};
 }
 

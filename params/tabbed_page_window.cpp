@@ -11,7 +11,8 @@ namespace {
 constexpr int kMargin = 8;
 constexpr int kSmallestWidth = 340;
 constexpr int kSmallestHeight = 160;
-constexpr int kFirstRows = 15;  // seen at first: a PDO with its eight mapping entries
+constexpr int kFirstWidth = 980;  // in which the longest names of a PDO's objects can be read
+constexpr int kFirstRows = 15;    // seen at first: a PDO with its eight mapping entries
 
 }  // namespace
 
@@ -55,8 +56,7 @@ void TabbedPageWindow::tab_changed(int tab) {
 QSize TabbedPageWindow::sizeHint() const {
     PageGridView& grid = *grids_.front();
     const int rows = grid.table().height_of_rows(kFirstRows + 1);
-    return {grid.sizeHint().width() + 2 * kMargin,
-            rows + SSTab1_.tabBar()->sizeHint().height() + 3 * kMargin};
+    return {kFirstWidth, rows + SSTab1_.tabBar()->sizeHint().height() + 3 * kMargin};
 }
 
 // Ctrl+PageUp and Ctrl+PageDown go round the tabs from wherever the focus is in the window.
