@@ -34,7 +34,7 @@ constexpr std::array<base::Text, kListColumns> kTitles{{{"索引1", "Index"},
 // In thousandths of the list. The comments have a pane of their own.
 constexpr int kWhole = 1000;
 constexpr int kNameWidth = 550;
-constexpr std::array<int, kListColumns> kWidths{105, 80, kNameWidth, kNameWidth, 80, 150};
+constexpr std::array<int, kListColumns> kWidths{105, 85, kNameWidth, kNameWidth, 85, 140};
 
 std::string_view text_at(const std::array<base::Text, kListColumns>& texts, int column,
                          Language language) {
