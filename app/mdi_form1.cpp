@@ -1,27 +1,36 @@
 #include "app/mdi_form1.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 
 #include "app/backgroud_form.h"
+#include "app/desk_keeper.h"
 #include "app/form1_window.h"
+#include "app/keys_window.h"
 #include "app/menu_table.h"
 #include "app/popup_menu.h"
 #include "app/shell_commands.h"
+#include "app/shell_files.h"
 #include "app/shell_menus.h"
 #include "app/shell_tools.h"
 #include "app/shell_windows.h"
+#include "app/status_strip.h"
 #include "app/style.h"
 #include "app/window_host.h"
+#include "app/window_list.h"
 
 namespace servo::app {
 
 namespace {
 
 constexpr int kArrangeMilliseconds = 1000;
+constexpr int kMeterMilliseconds = 500;
 constexpr QSize kFirstSize{1280, 800};
 constexpr int kTitleBar = 40;
 
@@ -47,8 +56,13 @@ MDIForm1::MDIForm1(Workstation& workstation, DialogSwitch& dialogs)
     addToolBar(tools_);
     xpop_ = new PopupMenu(this);
     host_ = new WindowHost(background_);
-    commands_ = new ShellCommands({workstation_, dialogs_, *host_, *background_, *xpop_}, this);
+    files_ = new ShellFiles(workstation_, dialogs_, *menus_->recent_menu(), this);
+    commands_ = new ShellCommands({workstation_, *files_, *host_, *background_, *xpop_}, this);
     add_windows();
+    windows_ = new WindowList(*menus_, *host_, this);
+    strip_ = new StatusStrip(this);
+    setStatusBar(strip_);
+    setAcceptDrops(true);
     connect_shell();
     connect_link();
     workstation_.screen = this;
@@ -66,6 +80,7 @@ void MDIForm1::add_windows() {
     };
     const auto close = [this](const QString& name) { close_window_by_name(name); };
     add_shell_windows(*host_, workstation_, {.popup = popup, .close = close});
+    add_key_list(*host_, workstation_);
 }
 
 void MDIForm1::connect_shell() {
@@ -73,6 +88,7 @@ void MDIForm1::connect_shell() {
     connect(tools_, &ShellTools::chosen, commands_, &ShellCommands::run_tool);
     connect(xpop_, &PopupMenu::chosen, commands_, &ShellCommands::run_popup);
     connect(host_, &WindowHost::close_asked, commands_, &ShellCommands::close_window_by_name);
+    connect(menus_, &ShellMenus::keys_asked, host_, [this] { host_->show(kKeyListWindow); });
     Timer2_.setInterval(kArrangeMilliseconds);
     connect(&Timer2_, &QTimer::timeout, background_, &BackgroudForm::arrange_icons);
     Timer2_.start();
@@ -82,6 +98,21 @@ void MDIForm1::connect_link() {
     workstation_.communication.observer = [this] { follow_communication(); };
     workstation_.engine.pictures.observer = [this](int) { show_pictures(); };
     show_pictures();
+    meter_timer_.setInterval(kMeterMilliseconds);
+    connect(&meter_timer_, &QTimer::timeout, this, &MDIForm1::show_figures);
+    meter_timer_.start();
+}
+
+void MDIForm1::show_figures() {
+    meter_.take(workstation_.clock.now(), workstation_.engine.counters,
+                link_place(workstation_.communication));
+    strip_->show_figures(meter_.figures());
+}
+
+void MDIForm1::use_desk(DeskKeeper& desk) {
+    desk_ = &desk;
+    desk.restore(*this, *host_);
+    files_->set_recent(desk.recent());
 }
 
 // The dialog shows itself after a time-out and when the toolbar's button finds no known port.
@@ -96,6 +127,8 @@ void MDIForm1::follow_communication() {
             host_->hide("Form1");
     }
     if (auto* dialog = static_cast<Form1Window*>(host_->made("Form1"))) dialog->refresh();
+    background_->show_link(workstation_.communication.link_open());
+    show_figures();
 }
 
 void MDIForm1::show_pictures() {
@@ -130,6 +163,10 @@ void MDIForm1::apply_language() {
     menus_->apply(language, variant);
     xpop_->apply(language, variant);
     tools_->apply(language, variant);
+    background_->apply_language(language);
+    files_->apply_language();
+    windows_->apply(language, variant);
+    strip_->apply_language(language);
     host_->apply_language(language, variant);
 }
 
@@ -137,6 +174,11 @@ void MDIForm1::unload_all() {
     if (unloaded_) return;
     unloaded_ = true;
     Timer2_.stop();
+    meter_timer_.stop();
+    if (desk_ != nullptr) {
+        desk_->recent() = files_->recent();
+        desk_->save(*this, *host_);
+    }
     for (link::Window* window : workstation_.engine.all_windows)
         if (window != nullptr) host_->hide(window->name());
     hide();
@@ -198,6 +240,15 @@ void MDIForm1::quit_program() {
 void MDIForm1::closeEvent(QCloseEvent* event) {
     event->accept();
     quit(workstation_);
+}
+
+void MDIForm1::dragEnterEvent(QDragEnterEvent* event) {
+    if (files_->accepts(*event->mimeData())) event->acceptProposedAction();
+}
+
+void MDIForm1::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    files_->open_dropped(*event->mimeData());
 }
 
 }  // namespace servo::app

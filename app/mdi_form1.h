@@ -6,6 +6,7 @@
 #include <QPoint>
 #include <QTimer>
 
+#include "app/link_meter.h"
 #include "app/screen.h"
 #include "app/shell_access.h"
 #include "app/workstation.h"
@@ -17,12 +18,16 @@ class PageGrid;
 namespace servo::app {
 
 class BackgroudForm;
+class DeskKeeper;
 class Form1Window;
 class PopupMenu;
 class ShellCommands;
+class ShellFiles;
 class ShellMenus;
 class ShellTools;
+class StatusStrip;
 class WindowHost;
+class WindowList;
 
 class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     Q_OBJECT
@@ -34,10 +39,13 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     // Whether the program has that window; makes none.
     bool has_window(const QString& name) const;
 
+    // Puts windows and recent files where the keeper remembers them, and has it remember them again
+    // at the end. It outlives the main window. Before the main window is shown.
+    void use_desk(DeskKeeper& desk);
+
     // Screen
     void show_background() override;
     void apply_variant() override;
-    void init_od_grid() override {}
     void show_window(link::Window& window) override;
     void hide_window(link::Window& window) override;
     void apply_language() override;
@@ -64,6 +72,8 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void add_windows();
@@ -71,6 +81,7 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     void connect_link();
     void follow_communication();
     void show_pictures();
+    void show_figures();
 
     Workstation& workstation_;
     DialogSwitch& dialogs_;
@@ -79,8 +90,14 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     ShellTools* tools_ = nullptr;
     PopupMenu* xpop_ = nullptr;
     WindowHost* host_ = nullptr;
+    ShellFiles* files_ = nullptr;
     ShellCommands* commands_ = nullptr;
-    QTimer Timer2_;  // arranges the icons of minimised windows
+    WindowList* windows_ = nullptr;
+    StatusStrip* strip_ = nullptr;
+    DeskKeeper* desk_ = nullptr;  // not owned; null: nothing is remembered
+    QTimer Timer2_;               // arranges the icons of minimised windows
+    LinkMeter meter_;
+    QTimer meter_timer_;  // looks at the engine's counters for the status bar
     bool unloaded_ = false;
 };
 

@@ -64,6 +64,11 @@ bool Program::start() {
     QFontMetrics(form_->font()).height();
     if (!MDIForm_Load(*workstation_)) return false;
     MDIForm_Activate(*workstation_);
+    // A walkthrough finds the windows where every other one does, and leaves no trace.
+    if (options_.walk.empty()) {
+        desk_ = std::make_unique<DeskKeeper>(folder_of(options_));
+        form_->use_desk(*desk_);
+    }
     if (options_.language) language_click(*workstation_, *options_.language);
     form_->show();
     for (const std::string& name : options_.open)

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "app/desk_keeper.h"
 #include "app/late_ports.h"
 #include "app/mdi_form1.h"
 #include "app/message_boxes.h"
@@ -68,6 +69,7 @@ class Program final : public QObject {
     LatePorts ports_{machine_ports_};
     base::SteadyClock clock_;
     link::QtTimer timer_;
+    std::unique_ptr<DeskKeeper> desk_;  // none while a walkthrough is played
     std::unique_ptr<Workstation> workstation_;
     std::unique_ptr<MDIForm1> form_;
     Simulator simulator_;

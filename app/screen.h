@@ -16,7 +16,6 @@ class Screen {
     // Start-up, each called once and in this order.
     virtual void show_background() = 0;  // full size behind everything, picture by variant
     virtual void apply_variant() = 0;    // title, hidden menu items, wording
-    virtual void init_od_grid() = 0;     // the dictionary browser's headers and widths
 
     // Brings a window to the top, shown modelessly. Its visible() is true already.
     virtual void show_window(link::Window& window) = 0;

@@ -8,6 +8,7 @@
 #include "app/backgroud_form.h"
 #include "app/menu_table.h"
 #include "app/popup_menu.h"
+#include "app/shell_files.h"
 #include "app/style.h"
 #include "app/window_host.h"
 #include "base/file.h"
@@ -17,7 +18,7 @@ namespace servo::app {
 ShellCommands::ShellCommands(const Parts& parts, QObject* parent)
     : QObject(parent),
       workstation_(parts.workstation),
-      dialogs_(parts.dialogs),
+      files_(parts.files),
       host_(parts.host),
       background_(parts.background),
       xpop_(parts.xpop) {}
@@ -32,8 +33,13 @@ void ShellCommands::run_menu(const MenuItem& item) {
             host_.show("Form1");
             break;
         case MenuKind::kNewProject:
+            files_.new1();
+            break;
         case MenuKind::kOpenProject:
+            files_.open1();
+            break;
         case MenuKind::kSaveProject:
+            files_.save1();
             break;
         case MenuKind::kQuit:
             quit(workstation_);
@@ -81,6 +87,8 @@ void ShellCommands::run_tool(const ToolItem& item) {
 bool ShellCommands::open_window(const QString& name) {
     link::Window* window = workstation_.find_window(from_qt(name));
     if (window == nullptr || !host_.has(window->name())) return false;
+    // The menus open the browser to look things up; whoever wants an object picked opens it himself.
+    if (window == &workstation_.browser) workstation_.browser.open_plain();
     open_page(workstation_, *window);
     return true;
 }

@@ -3,7 +3,6 @@
 
 #include <QObject>
 
-#include "app/shell_access.h"
 #include "app/workstation.h"
 
 class QPoint;
@@ -12,6 +11,7 @@ namespace servo::app {
 
 class BackgroudForm;
 class PopupMenu;
+class ShellFiles;
 class WindowHost;
 struct MenuItem;
 struct ToolItem;
@@ -23,7 +23,7 @@ class ShellCommands final : public QObject {
     // Everything given outlives the commands.
     struct Parts {
         Workstation& workstation;
-        DialogSwitch& dialogs;
+        ShellFiles& files;
         WindowHost& host;
         BackgroudForm& background;
         PopupMenu& xpop;
@@ -46,7 +46,7 @@ class ShellCommands final : public QObject {
     void open_error_table();
 
     Workstation& workstation_;
-    DialogSwitch& dialogs_;
+    ShellFiles& files_;
     WindowHost& host_;
     BackgroudForm& background_;
     PopupMenu& xpop_;

@@ -1,60 +1,106 @@
 #include "app/shell_windows.h"
 
 #include "app/about_window.h"
+#include "app/coming_window.h"
 #include "app/form1_window.h"
 #include "app/style.h"
 #include "app/window_host.h"
+#include "app/window_table.h"
+#include "params/modbus_window.h"
+#include "params/motor_codes_window.h"
+#include "params/object_browser_window.h"
 #include "params/page_window.h"
+#include "params/tabbed_page_window.h"
 
 namespace servo::app {
 
 namespace {
 
-std::function<QString(base::Language)> fixed_caption(base::Text caption) {
-    return [caption](base::Language language) { return to_qt(caption.in(language)); };
-}
+using Kind = ChildWindow::Kind;
 
-void add_form1(WindowHost& host, Workstation& workstation) {
-    const auto make = [&workstation] {
+// Adds windows as the window table describes them.
+class Adder {
+  public:
+    Adder(WindowHost& host, Workstation& workstation) : host_(host), workstation_(workstation) {}
+
+    void add(std::string_view name, std::function<QWidget*()> make, Kind frame = Kind::kPage) {
+        const WindowDefinition& definition = *find_window_definition(name);
+        const auto caption = [&definition, &workstation = workstation_](base::Language language) {
+            return to_qt(caption_of(definition, language, workstation.Tavro_Nevra_Other_mode));
+        };
+        host_.add_kind(std::string(name), {.make = std::move(make),
+                                           .caption = caption,
+                                           .frame = frame,
+                                           .designed_font = definition.designed_font});
+    }
+
+  private:
+    WindowHost& host_;
+    Workstation& workstation_;
+};
+
+void add_dialogs(Adder& adder, Workstation& workstation, const WindowHooks& hooks) {
+    const auto form1 = [&workstation] {
         return new Form1Window(workstation.communication, workstation.language);
     };
-    host.add_kind("Form1", {.make = make, .caption = {}, .frame = ChildWindow::Kind::kDialog});
-}
-
-void add_about(WindowHost& host, Workstation& workstation, const WindowHooks& hooks) {
-    const auto make = [&workstation, close = hooks.close] {
+    adder.add("Form1", form1, Kind::kDialog);
+    const auto about = [&workstation, close = hooks.close] {
         auto* window = new AboutWindow(workstation.Tavro_Nevra_Other_mode);
         QObject::connect(window, &AboutWindow::close_asked, window,
                          [close] { close(QStringLiteral("About")); });
         return window;
     };
-    host.add_kind("About", {.make = make,
-                            .caption = fixed_caption({"关于", "About"}),
-                            .frame = ChildWindow::Kind::kDialog,
-                            .designed_font = true});
+    adder.add("About", about, Kind::kDialog);
 }
 
-void add_page(WindowHost& host, Workstation& workstation, params::Page& page,
-              const WindowHooks& hooks) {
-    const auto make = [&page, popup = hooks.popup] {
-        auto* window = new params::PageWindow(page);
-        QObject::connect(window, &params::PageWindow::popup_asked, window,
-                         [&page, popup](const QPoint& place) { popup(page, page.grid(), place); });
-        return window;
-    };
-    const auto caption = [&page, &workstation](base::Language language) {
-        return to_qt(page.definition().caption_of(workstation.Tavro_Nevra_Other_mode).in(language));
-    };
-    host.add_kind(page.name(), {.make = make, .caption = caption});
+void add_pages(Adder& adder, Workstation& workstation, const WindowHooks& hooks) {
+    for (const auto& owned : workstation.pages) {
+        const auto make = [&page = *owned, popup = hooks.popup] {
+            auto* window = new params::PageWindow(page);
+            QObject::connect(
+                window, &params::PageWindow::popup_asked, window,
+                [&page, popup](const QPoint& place) { popup(page, page.grid(), place); });
+            return window;
+        };
+        adder.add(owned->name(), make);
+    }
+    for (const auto& owned : workstation.tabbed_pages) {
+        const auto make = [&page = *owned, popup = hooks.popup] {
+            auto* window = new params::TabbedPageWindow(page);
+            QObject::connect(
+                window, &params::TabbedPageWindow::popup_asked, window,
+                [&page, popup](const QPoint& place) { popup(page, page.active_grid(), place); });
+            return window;
+        };
+        adder.add(owned->name(), make);
+    }
+}
+
+void add_lists(Adder& adder, Workstation& workstation) {
+    adder.add("ObjectDictionay",
+              [&workstation] { return new params::ObjectBrowserWindow(workstation.browser); });
+    adder.add("modbus", [&workstation] {
+        return new params::ModbusWindow(workstation.dictionary, workstation.language);
+    });
+    adder.add("Motorcodes", [&workstation] {
+        return new params::MotorCodesWindow(workstation.folder, workstation.language);
+    });
+}
+
+void add_coming(Adder& adder) {
+    for (const WindowDefinition& definition : window_table())
+        if (definition.state == WindowState::kComing)
+            adder.add(definition.name, [&definition] { return new ComingWindow(definition); });
 }
 
 }  // namespace
 
 void add_shell_windows(WindowHost& host, Workstation& workstation, const WindowHooks& hooks) {
-    add_form1(host, workstation);
-    add_about(host, workstation, hooks);
-    for (const auto& page : workstation.pages)
-        add_page(host, workstation, *page, hooks);
+    Adder adder(host, workstation);
+    add_dialogs(adder, workstation, hooks);
+    add_pages(adder, workstation, hooks);
+    add_lists(adder, workstation);
+    add_coming(adder);
 }
 
 }  // namespace servo::app

@@ -118,10 +118,8 @@ bool MDIForm_Load(Workstation& workstation) {
         end_without_dictionary(workstation);
         return false;
     }
-    if (workstation.screen != nullptr) {
-        workstation.screen->apply_variant();
-        workstation.screen->init_od_grid();
-    }
+    if (workstation.screen != nullptr) workstation.screen->apply_variant();
+    workstation.browser.Init_OD_Grid();
     return true;
 }
 
@@ -142,6 +140,7 @@ void language_click(Workstation& workstation, Language language) {
     for (const auto& page : workstation.tabbed_pages)
         page->apply_language();
     workstation.download_rows.grid().apply_language();
+    workstation.browser.Init_OD_Grid();
     workstation.communication.apply_language(language);
     if (workstation.screen != nullptr) workstation.screen->apply_language();
 }

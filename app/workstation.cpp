@@ -78,6 +78,7 @@ void make_windows(Workstation& workstation) {
 Workstation::Workstation(const Surroundings& given)
     : folder(given.folder),
       notice(given.notice),
+      clock(given.clock),
       cTmr(given.timer),
       open_dat(given.open_dat),
       engine(given.port, given.clock, given.timer, values),

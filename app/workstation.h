@@ -48,6 +48,7 @@ struct Workstation {
 
     std::filesystem::path folder;
     base::Notice& notice;
+    base::Clock& clock;
     link::Timer& cTmr;
     Screen* screen = nullptr;  // not owned; null without windows
 

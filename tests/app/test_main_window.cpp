@@ -57,17 +57,17 @@ TEST(MainWindow, EveryItemOfTheTableIsAnActionWithItsName) {
     EXPECT_EQ(shell.form.menu_item("nothing"), nullptr);
 }
 
-TEST(MainWindow, ItemsOfWindowsThatAreNotThereCannotBePicked) {
+TEST(MainWindow, EveryWindowOfTheListIsThereByName) {
     ShownShell shell;
     ASSERT_TRUE(shell.start());
-    for (const MenuItem& item : menu_table()) {
-        if (item.kind != MenuKind::kOpenPage) continue;
-        QAction* action = shell.form.menu_item(to_qt(item.item));
-        EXPECT_EQ(action->isEnabled(), shell.form.window_widget(to_qt(item.window)) != nullptr)
-            << item.item;
+    for (const std::string_view name : link::kAllWindowNames) {
+        QWidget* window = shell.form.window_widget(to_qt(name));
+        ASSERT_NE(window, nullptr) << name;
+        EXPECT_FALSE(window->windowTitle().isEmpty()) << name;
+        EXPECT_FALSE(window->isVisible()) << name;
     }
-    EXPECT_TRUE(shell.form.menu_item("Basic_Operation")->isEnabled());
-    EXPECT_TRUE(shell.form.menu_item("aboutx")->isEnabled());
+    for (const MenuItem& item : menu_table())
+        EXPECT_TRUE(shell.form.menu_item(to_qt(item.item))->isEnabled()) << item.item;
 }
 
 TEST(MainWindow, APageItemOpensThePageAndSendsThePollerThere) {
@@ -206,33 +206,6 @@ TEST(Language, AWindowMadeAfterTheSwitchComesUpInTheLanguage) {
     shell.menu("chinese");
     EXPECT_TRUE(
         shell.control<QLabel>("About", "LabelB")->text().startsWith(QStringLiteral("版本")));
-}
-
-TEST(PopUp, AddAndHelpWaitForTheBrowserAndDeleteWorks) {
-    ShownShell shell;
-    ASSERT_TRUE(shell.start());
-    shell.menu("Basic_Operation");
-    auto* grid = shell.control<QTableView>("Basic", "MSHFlexGrid1");
-    ASSERT_TRUE(params::grid_click(*grid, 2, params::kValue, params::GridClick::kRight));
-    QMenu* popup = shell.form.open_popup();
-    ASSERT_NE(popup, nullptr);
-    QMap<QString, QAction*> entries;
-    for (QAction* action : popup->actions())
-        entries.insert(action->objectName(), action);
-    EXPECT_FALSE(entries["adding"]->isEnabled());
-    EXPECT_FALSE(entries["helping"]->isEnabled());
-    EXPECT_TRUE(entries["deling"]->isEnabled());
-    EXPECT_FALSE(entries["copyline"]->isVisible());
-    EXPECT_FALSE(entries["pasteline"]->isVisible());
-    EXPECT_EQ(entries["deling"]->text(), "Delete");
-    EXPECT_EQ(shell.workstation.popup_window, &shell.window("Basic"));
-    EXPECT_EQ(shell.workstation.popup_row, 2);
-    entries["deling"]->trigger();
-    popup->close();
-    EXPECT_EQ(shell.form.open_popup(), nullptr);
-    EXPECT_EQ(shell.workstation.find_page("Basic")->rows(), 3);
-    EXPECT_EQ(params::grid_rows(*grid), 3);
-    EXPECT_EQ(params::grid_text(*grid, 2, params::kName), "Target velocity");
 }
 
 TEST(Quit, HidesEverythingAtOnceAndSaysSo) {

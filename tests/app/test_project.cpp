@@ -35,7 +35,6 @@ class ShowingScreen final : public Screen {
   public:
     void show_background() override {}
     void apply_variant() override {}
-    void init_od_grid() override {}
     void show_window(link::Window& window) override {
         EXPECT_TRUE(window.visible());
         shown.push_back(window.name());

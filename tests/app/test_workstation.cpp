@@ -26,7 +26,6 @@ class RecordingScreen final : public Screen {
                                               [](auto* window) { return window == nullptr; });
     }
     void apply_variant() override { calls.emplace_back("variant"); }
-    void init_od_grid() override { calls.emplace_back("od grid"); }
     void show_window(link::Window& window) override { calls.push_back("show " + window.name()); }
     void hide_window(link::Window& window) override { calls.push_back("hide " + window.name()); }
     void apply_language() override { calls.emplace_back("language"); }
@@ -52,7 +51,7 @@ TEST(StartUp, TheScreenIsAskedInOrderAfterListsAndTimer) {
     ShellBench bench;
     RecordingScreen screen(bench.workstation);
     ASSERT_TRUE(MDIForm_Load(bench.workstation));
-    EXPECT_EQ(screen.calls, (std::vector<std::string>{"background", "variant", "od grid"}));
+    EXPECT_EQ(screen.calls, (std::vector<std::string>{"background", "variant"}));
     EXPECT_TRUE(screen.timer_ready);
     EXPECT_TRUE(screen.windows_listed);
 }

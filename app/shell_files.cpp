@@ -1,0 +1,112 @@
+#include "app/shell_files.h"
+
+#include <QFileInfo>
+#include <QMenu>
+#include <QMimeData>
+#include <QUrl>
+
+#include "app/project_grids.h"
+#include "app/style.h"
+#include "app/workstation.h"
+
+namespace servo::app {
+
+namespace {
+
+std::vector<std::string> local_files(const QMimeData& data) {
+    std::vector<std::string> paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) paths.push_back(from_qt(url.toLocalFile()));
+    return paths;
+}
+
+bool exists(const std::string& path) {
+    return QFileInfo::exists(to_qt(path));
+}
+
+}  // namespace
+
+ShellFiles::ShellFiles(Workstation& workstation, DialogSwitch& dialogs, QMenu& recent_menu,
+                       QObject* parent)
+    : QObject(parent),
+      workstation_(workstation),
+      dialogs_(dialogs),
+      menu_(recent_menu),
+      project_(workstation, dialogs) {
+    project_.add_grids(find_tab_grid);
+    project_.add_grids([&dictionary = workstation.dictionary](link::Window& window) {
+        return find_modbus_grid(window, dictionary);
+    });
+    openers_.handle(FileKindId::kProject, [this](const std::string& path) { open_project(path); });
+    connect(&menu_, &QMenu::aboutToShow, this, &ShellFiles::fill_menu);
+}
+
+void ShellFiles::new1() {
+    project_.new1();
+}
+
+void ShellFiles::open1() {
+    used(project_.open1());
+}
+
+void ShellFiles::save1() {
+    used(project_.save1());
+}
+
+void ShellFiles::open_project(const std::string& path) {
+    used(project_.open1(path));
+}
+
+void ShellFiles::used(const ProjectResult& result) {
+    if (!result.used()) return;
+    recent_.add(result.path);
+    fill_menu();
+}
+
+void ShellFiles::set_recent(const std::vector<std::string>& paths) {
+    recent_ = RecentFiles(paths);
+    fill_menu();
+}
+
+void ShellFiles::apply_language() {
+    fill_menu();
+}
+
+// Filled anew each time it opens, since files come and go; and when the list changes, since an
+// empty menu is not shown at all.
+void ShellFiles::fill_menu() {
+    const base::Language language = workstation_.language;
+    menu_.clear();
+    menu_.setTitle(to_qt(kRecentTitle.in(language)));
+    menu_.menuAction()->setVisible(!recent_.empty());
+    int number = 0;
+    for (const RecentEntry& entry : recent_entries(recent_, exists)) {
+        QAction* action = menu_.addAction(to_qt(entry.text));
+        action->setObjectName(QStringLiteral("recentx(%1)").arg(number++));
+        action->setStatusTip(to_qt(entry.path));
+        action->setEnabled(entry.enabled);
+        connect(
+            action, &QAction::triggered, this, [this, path = entry.path] { open_project(path); },
+            Qt::QueuedConnection);
+    }
+    menu_.addSeparator();
+    QAction* clear = menu_.addAction(to_qt(kRecentClear.in(language)));
+    clear->setObjectName(QStringLiteral("clearrecentx"));
+    connect(
+        clear, &QAction::triggered, this, [this] { set_recent({}); }, Qt::QueuedConnection);
+}
+
+bool ShellFiles::accepts(const QMimeData& dragged) const {
+    return openers_.accepts(local_files(dragged));
+}
+
+void ShellFiles::open_dropped(const QMimeData& dropped) {
+    for (const std::string& path : local_files(dropped)) {
+        const FileOpening opening = openers_.open(path);
+        if (opening == FileOpening::kOpened) continue;
+        dialogs_.show(base::kNoticeTitle.in(workstation_.language),
+                      file_opening_text(opening, path, workstation_.language), base::Buttons::kOk);
+    }
+}
+
+}  // namespace servo::app
