@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kTitlePadding = 6;  // above and below the text
 constexpr int kTextGap = 8;
+constexpr int kMenuAir = 4;
 constexpr qreal kStroke = 1.6;
 constexpr qreal kGlyph = 9;     // width of a button's drawing
 constexpr qreal kBehind = 2.5;  // how far the second window looks out
@@ -130,6 +131,16 @@ void FrameStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     // Cells of the status bar are divided by lines of their own.
     if (element == PE_FrameStatusBarItem) return;
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+QSize FrameStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                   const QWidget* widget) const {
+    QSize wanted = QProxyStyle::sizeFromContents(type, option, size, widget);
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (type == CT_MenuItem && item != nullptr &&
+        item->menuItemType != QStyleOptionMenuItem::Separator)
+        wanted.rheight() += kMenuAir;
+    return wanted;
 }
 
 int FrameStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,

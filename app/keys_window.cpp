@@ -34,17 +34,17 @@ KeysWindow::KeysWindow(std::function<std::vector<ShortcutGroup>()> list) : list_
     tree_->setSelectionMode(QAbstractItemView::SingleSelection);
     tree_->setAllColumnsShowFocus(true);
     tree_->header()->setStretchLastSection(true);
-    auto* close = new QPushButton(this);
-    close->setObjectName(QStringLiteral("Command1"));  // closes
-    close->setProperty(kTag, QStringLiteral("关闭/Close"));
-    close->setAutoDefault(true);
-    connect(close, &QPushButton::clicked, this, &KeysWindow::close_asked);
+    close_ = new QPushButton(this);
+    close_->setObjectName(QStringLiteral("Command1"));  // closes
+    close_->setProperty(kTag, QStringLiteral("关闭/Close"));
+    close_->setAutoDefault(true);
+    connect(close_, &QPushButton::clicked, this, &KeysWindow::close_asked);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->setSpacing(kSpacing);
     layout->addWidget(tree_);
-    layout->addWidget(close, 0, Qt::AlignRight);
+    layout->addWidget(close_, 0, Qt::AlignRight);
     tree_->setMinimumSize(kWantedSize);
     setFocusProxy(tree_);
     fill();
@@ -52,6 +52,7 @@ KeysWindow::KeysWindow(std::function<std::vector<ShortcutGroup>()> list) : list_
 
 void KeysWindow::fill() {
     tree_->clear();
+    const QSize row(0, tree_->fontMetrics().height() + kSpacing);
     for (const ShortcutGroup& group : list_()) {
         auto* title = new QTreeWidgetItem(tree_, {to_qt(group.title)});
         QFont bold = tree_->font();
@@ -59,6 +60,7 @@ void KeysWindow::fill() {
         title->setFont(0, bold);
         title->setFlags(Qt::ItemIsEnabled);
         title->setFirstColumnSpanned(true);
+        title->setSizeHint(0, row);
         for (const ShortcutLine& line : group.lines)
             new QTreeWidgetItem(title, {to_qt(line.command), to_qt(line.keys)});
     }
@@ -70,7 +72,7 @@ void KeysWindow::fill() {
 void KeysWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange) {
         tree_->setAccessibleName(windowTitle());
-        tree_->setFont(font());
+        tree_->setFont(close_->font());  // the language's
         fill();
     }
     QWidget::changeEvent(event);

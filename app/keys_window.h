@@ -7,6 +7,7 @@
 
 #include "app/shortcuts.h"
 
+class QPushButton;
 class QTreeWidget;
 
 namespace servo::app {
@@ -35,6 +36,7 @@ class KeysWindow final : public QWidget {
 
     std::function<std::vector<ShortcutGroup>()> list_;
     QTreeWidget* tree_ = nullptr;
+    QPushButton* close_ = nullptr;
 };
 
 // Tells the host how the window is made. Both outlive it.

@@ -60,7 +60,7 @@ StatusStrip::StatusStrip(QWidget* parent) : QStatusBar(parent) {
     add_line(*row);
     load_ = add_cell(*row, "StatusLoad", Qt::AlignRight);
     addPermanentWidget(cells, 1);
-    connect(this, &QStatusBar::messageChanged, hint_, &QLabel::setText);
+    connect(this, &QStatusBar::messageChanged, this, &StatusStrip::show_hint);
     apply_language(language_);
 }
 
@@ -96,6 +96,10 @@ void StatusStrip::apply_language(base::Language language) {
     name(*load_, names.load);
     fit_cells();
     show_texts();
+}
+
+void StatusStrip::show_hint(const QString& hint) {
+    hint_->setText(hint_->fontMetrics().elidedText(hint, Qt::ElideRight, hint_->width()));
 }
 
 void StatusStrip::fit_cells() {

@@ -25,6 +25,7 @@ class StatusStrip final : public QStatusBar {
     QLabel* add_cell(QHBoxLayout& row, const char* name, Qt::Alignment alignment);
     void add_line(QHBoxLayout& row);
     void fit_cells();
+    void show_hint(const QString& hint);
     void show_texts();
 
     QLabel* picture_ = nullptr;  // the state, by shape

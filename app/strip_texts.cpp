@@ -20,6 +20,7 @@ constexpr Text kObjects{" 对象/秒", " objects/s"};
 constexpr Text kMisses{"丢失 ", "Misses "};
 constexpr Text kPerSecond{"/秒", "/s"};
 constexpr Text kLoad{"负载 ", "Load "};
+constexpr Text kNoPort{"未选择串口", "No port"};
 constexpr std::string_view kNoFigure = "–";
 
 // What does not fit into the cells is far beyond what the line can do.
@@ -72,10 +73,10 @@ StripTexts strip_texts(const LinkFigures& figures, Language language) {
     StripTexts texts;
     texts.state = state_text(figures.condition).in(language);
     texts.picture = state_picture_name(figures.condition);
-    if (!figures.place.port.empty()) {
-        texts.port = figures.place.port;
-        if (figures.place.baud > 0) texts.port += "  " + std::to_string(figures.place.baud);
-    }
+    texts.port =
+        figures.place.port.empty() ? std::string(kNoPort.in(language)) : figures.place.port;
+    if (!figures.place.port.empty() && figures.place.baud > 0)
+        texts.port += "  " + std::to_string(figures.place.baud);
     texts.objects = joined(number(figures.objects_per_second, kMostRate), kObjects.in(language));
     texts.misses =
         joined(kMisses.in(language), number(static_cast<double>(figures.misses), kMostMisses));

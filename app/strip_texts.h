@@ -14,7 +14,7 @@ namespace servo::app {
 struct StripTexts {
     std::string state;    // of the link, in words
     std::string picture;  // its name; the shape tells the state without the colour
-    std::string port;     // "COM3  38400", empty when no port is chosen
+    std::string port;     // "COM3  38400", or that there is none
     std::string objects;
     std::string misses;
     std::string load;

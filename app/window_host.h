@@ -96,6 +96,7 @@ class WindowHost final : public QObject {
     std::vector<ChildWindow*> open_pages() const;
     std::vector<Place> taken_corners(const ChildWindow& but) const;
     Size area_size() const;
+    int icons_height() const;
     void tell();
 
     QMdiArea* area_;

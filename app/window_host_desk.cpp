@@ -56,6 +56,16 @@ std::vector<ChildWindow*> WindowHost::open_pages() const {
     return pages;
 }
 
+// Of the strip at the bottom where minimised windows stand.
+int WindowHost::icons_height() const {
+    int height = 0;
+    for (const std::string& name : open_) {
+        const ChildWindow* frame = made_.at(name).frame;
+        if (frame->isMinimized()) height = std::max(height, frame->height());
+    }
+    return height;
+}
+
 void WindowHost::cascade() {
     const Size area = area_size();
     QMdiSubWindow* active = area_->currentSubWindow();
@@ -72,7 +82,9 @@ void WindowHost::cascade() {
 
 void WindowHost::tile() {
     const std::vector<ChildWindow*> pages = open_pages();
-    const auto places = tile_places(area_size(), static_cast<int>(pages.size()));
+    Size area = area_size();
+    area.height -= icons_height();
+    const auto places = tile_places(area, static_cast<int>(pages.size()));
     for (std::size_t i = 0; i < pages.size(); ++i) {
         if (pages[i]->isMaximized()) pages[i]->showNormal();
         pages[i]->put(places[i]);

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "app/palette.h"
-#include "app/recent_menu.h"
 #include "frame_bench.h"
 
 namespace servo::app {
@@ -100,6 +99,18 @@ TEST(StatusStrip, TheHintOfAMenuItemLeavesTheCellsAlone) {
     EXPECT_EQ(cell(frame, "StatusHint")->text(), "");
 }
 
+TEST(StatusStrip, AHintThatDoesNotFitEndsWithAnEllipsis) {
+    FrameBench frame;
+    frame.show();
+    const QString hint(300, QLatin1Char('w'));
+    frame.strip->showMessage(hint);
+    EXPECT_TRUE(cell(frame, "StatusHint")->text().endsWith(QChar(0x2026)));
+    EXPECT_LE(cell(frame, "StatusHint")
+                  ->fontMetrics()
+                  .horizontalAdvance(cell(frame, "StatusHint")->text()),
+              cell(frame, "StatusHint")->width());
+}
+
 TEST(StatusStrip, FitsIntoANarrowMainWindow) {
     FrameBench frame;
     frame.show();
@@ -172,28 +183,6 @@ TEST(Background, AnOpenLinkHasOtherFirstSteps) {
     const QImage closed = frame.area->viewport()->grab().toImage();
     frame.area->show_link(true);
     EXPECT_NE(frame.area->viewport()->grab().toImage(), closed);
-}
-
-TEST(RecentMenu, ListsFilesAndIsHiddenWithoutOne) {
-    FrameBench frame;
-    std::vector<RecentEntry> entries;
-    auto* recent = new RecentMenu(*frame.menus->recent_menu(), [&] { return entries; });
-    recent->apply(Language::kEnglish);
-    EXPECT_FALSE(frame.item("recentx")->isVisible());
-    entries = {{"&1  a.prj", "/x/a.prj", true}, {"&2  b.prj", "/x/b.prj", false}};
-    recent->apply(Language::kEnglish);
-    EXPECT_TRUE(frame.item("recentx")->isVisible());
-    EXPECT_EQ(frame.item("recentx")->text(), "Recent Files");
-    const auto actions = frame.menus->recent_menu()->actions();
-    ASSERT_EQ(actions.size(), 4);
-    EXPECT_FALSE(actions[1]->isEnabled());
-    QSignalSpy chosen(recent, &RecentMenu::chosen);
-    QSignalSpy cleared(recent, &RecentMenu::clear_asked);
-    actions[0]->trigger();
-    actions[3]->trigger();
-    ASSERT_EQ(chosen.count(), 1);
-    EXPECT_EQ(chosen[0][0].toString(), "/x/a.prj");
-    EXPECT_EQ(cleared.count(), 1);
 }
 
 // Relative luminance and contrast as in the guidelines for web content.

@@ -214,8 +214,9 @@ TEST(StripTexts, NoFigureIsLongerThanItsCell) {
     }
 }
 
-TEST(StripTexts, NoPortIsNoText) {
-    EXPECT_EQ(strip_texts(LinkFigures{}, Language::kEnglish).port, "");
+TEST(StripTexts, SayThatNoPortIsChosen) {
+    EXPECT_EQ(strip_texts(LinkFigures{}, Language::kEnglish).port, "No port");
+    EXPECT_EQ(strip_texts(LinkFigures{}, Language::kChinese).port, "未选择串口");
 }
 
 }  // namespace
