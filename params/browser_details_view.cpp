@@ -1,11 +1,11 @@
 #include "params/browser_details_view.h"
 
-#include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
-#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextEdit>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "params/ui_palette.h"
 
@@ -108,31 +108,34 @@ void BrowserDetails::show_object(const ObjectBrowser& browser) {
     show_help(to_qt(browser.help()));
 }
 
-// The text stands as it is; only its look tells title and items apart.
+// The text stands as it is; only its look tells title and items apart. All in one step, so that it
+// is laid out once.
 void BrowserDetails::show_help(const QString& text) {
     if (text == help_) return;  // somebody may be reading further down
     help_ = text;
-    RichTextBox1_->setPlainText(text);
-    QTextCursor cursor(RichTextBox1_->document());
     QTextBlockFormat lines;
     lines.setLineHeight(kLineHeight, QTextBlockFormat::ProportionalHeight);
-    cursor.select(QTextCursor::Document);
-    cursor.mergeBlockFormat(lines);
-    cursor.movePosition(QTextCursor::Start);
+    const QTextCharFormat plain;
     QTextCharFormat title;
     title.setFontWeight(QFont::Bold);
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-    cursor.mergeCharFormat(title);
-    QTextCharFormat bar;
+    QTextCharFormat bar = title;
     bar.setForeground(QColor(palette::kAccent));
-    bar.setFontWeight(QFont::Bold);
-    const qsizetype help_begin = text.indexOf(QLatin1Char('\n'));
-    for (qsizetype at = text.indexOf(QLatin1Char('|'), help_begin); at >= 0;
-         at = text.indexOf(QLatin1Char('|'), at + 1)) {
-        cursor.setPosition(static_cast<int>(at));
-        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
-        cursor.mergeCharFormat(bar);
+
+    const qsizetype title_end = text.indexOf(QLatin1Char('\n'));
+    QTextCursor cursor(RichTextBox1_->document());
+    cursor.beginEditBlock();
+    cursor.select(QTextCursor::Document);
+    cursor.removeSelectedText();
+    cursor.setBlockFormat(lines);
+    cursor.insertText(text.left(title_end), title);
+    cursor.insertText(QStringLiteral("\n"), plain);
+    bool first = true;
+    for (const QString& item : text.mid(title_end + 1).split(QLatin1Char('|'))) {
+        if (!std::exchange(first, false)) cursor.insertText(QStringLiteral("|"), bar);
+        cursor.insertText(item, plain);
     }
+    cursor.endEditBlock();
+    RichTextBox1_->moveCursor(QTextCursor::Start);
 }
 
 }  // namespace servo::params

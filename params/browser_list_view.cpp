@@ -79,9 +79,11 @@ BrowserTable::BrowserTable(ObjectBrowser& browser, QWidget* parent)
 }
 
 void BrowserTable::watch_scroll_bar() {
-    // An action comes before each change that the user makes; the view's own changes have none.
-    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this,
-            [this] { user_scrolls_ = true; });
+    // An action comes before each change that the user makes; the view's own changes have none. At
+    // the end of the list an action changes nothing.
+    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] {
+        user_scrolls_ = verticalScrollBar()->sliderPosition() != verticalScrollBar()->value();
+    });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
         if (std::exchange(user_scrolls_, false)) browser_.scrolled_to(rowAt(0) + 1);
     });

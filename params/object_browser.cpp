@@ -24,6 +24,12 @@ std::string until_nul(std::string text) {
     return text;
 }
 
+// Keys are digits and letters; their case does not count.
+bool same_key(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
+    return std::ranges::equal(a, b, {}, lower, lower);
+}
+
 }  // namespace
 
 ObjectBrowser::ObjectBrowser(BrowserServices services)
@@ -158,12 +164,8 @@ void ObjectBrowser::show_live(Identity object) {
 }
 
 std::string ObjectBrowser::modbus_text(std::string_view key) const {
-    const ModbusList& list = services_.modbus_list;
-    const std::string wanted = lower_case(key);
-    for (const ModbusAddress& entry : list.addresses) {
-        if (entry.key.size() == wanted.size() && lower_case(entry.key) == wanted)
-            return "0x" + entry.address;
-    }
+    for (const ModbusAddress& entry : services_.modbus_list.addresses)
+        if (same_key(entry.key, key)) return "0x" + entry.address;
     return std::string(kNoModbus);
 }
 

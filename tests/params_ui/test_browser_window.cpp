@@ -336,6 +336,16 @@ TEST_F(BrowserWindow, ScrollingMakesTheTopRowTheCurrentOne) {
     EXPECT_EQ(label("LabelF"), QStringLiteral("Object %1").arg(row()));
 }
 
+TEST_F(BrowserWindow, AScrollBarAtItsEndLeavesTheSelectionToOthers) {
+    open_many(200);
+    list->verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMinimum);
+    list->verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    browser().open_for_help(0x200000 + 99);
+    EXPECT_EQ(row(), 100);
+    list->verticalScrollBar()->setValue(20);
+    EXPECT_EQ(row(), 100) << "the user did not scroll";
+}
+
 TEST_F(BrowserWindow, ADoubleClickFromTheMenuHidesTheWindow) {
     browser().open_plain();
     click(BrowserBench::kTarget, GridClick::kDouble);
