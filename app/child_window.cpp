@@ -50,6 +50,16 @@ void ChildWindow::apply_language(base::Language language) {
                 action->setText(to_qt(text.in(language)));
 }
 
+// Never smaller than its content needs by now, or a text that has grown would be cut.
+bool ChildWindow::event(QEvent* event) {
+    const bool done = QMdiSubWindow::event(event);
+    if (event->type() == QEvent::LayoutRequest && !isMinimized() && !isMaximized() && !isShaded()) {
+        const QSize needed = size().expandedTo(minimumSizeHint());
+        if (needed != size()) resize(needed);
+    }
+    return done;
+}
+
 void ChildWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     Q_EMIT close_asked();

@@ -36,6 +36,7 @@ class ChildWindow final : public QMdiSubWindow {
     void close_asked();
 
   protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void moveEvent(QMoveEvent* event) override;

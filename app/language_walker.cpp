@@ -8,7 +8,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -119,15 +118,6 @@ bool is_any_of(const QWidget* widget) {
     return ((qobject_cast<const Kinds*>(widget) != nullptr) || ...);
 }
 
-void grow_frame(QWidget& window) {
-    auto* frame = qobject_cast<QMdiSubWindow*>(window.parentWidget());
-    if (frame == nullptr || frame->isMinimized() || frame->isMaximized()) return;
-    // The new texts have asked for a new layout, and the frame's hint is the old one until then.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    const QSize needed = frame->size().expandedTo(frame->minimumSizeHint());
-    if (needed != frame->size()) frame->resize(needed);
-}
-
 }  // namespace
 
 void walk_texts(QWidget& window, const LanguagePass& pass) {
@@ -159,7 +149,6 @@ void walk_window(QWidget& window, const LanguagePass& pass) {
     if (!pass.designed_font) walk_fonts(window, language_of(pass.slot));
     QEvent changed(QEvent::LanguageChange);
     QCoreApplication::sendEvent(&window, &changed);
-    grow_frame(window);
 }
 
 }  // namespace servo::app

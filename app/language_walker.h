@@ -26,9 +26,8 @@ struct LanguagePass {
     bool designed_font = false;  // the window keeps its font
 };
 
-// Everything: caption, texts, fixed texts, font; then the window gets QEvent::LanguageChange, in
-// which it runs what it has of its own to change (headings, lists, state texts). At the end the
-// frame grows to what the new texts need, so that none is cut.
+// Everything: caption, texts, fixed texts, font; then the window gets QEvent::LanguageChange, at
+// which it changes what it has of its own (headings, lists, state texts).
 void walk_window(QWidget& window, const LanguagePass& pass);
 
 // Option buttons, check boxes, frames, labels, buttons, tabs and text blocks. A caption with a "/"

@@ -63,7 +63,7 @@ class CutTextsTest : public testing::TestWithParam<int> {
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(FontPercent, CutTextsTest, testing::Values(100, 150, 200),
+INSTANTIATE_TEST_SUITE_P(FontPercent, CutTextsTest, testing::Values(100, 150),
                          [](const auto& font) { return std::to_string(font.param); });
 
 TEST_P(CutTextsTest, NoWindowCutsATextInTheLanguageThatItIsOpenedIn) {
