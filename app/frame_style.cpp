@@ -14,6 +14,7 @@ namespace {
 constexpr int kTitlePadding = 6;  // above and below the text
 constexpr int kTextGap = 8;
 constexpr int kMenuAir = 4;
+constexpr int kPlateRadius = 4;
 constexpr qreal kStroke = 1.6;
 constexpr qreal kGlyph = 9;     // width of a button's drawing
 constexpr qreal kBehind = 2.5;  // how far the second window looks out
@@ -87,8 +88,13 @@ void draw_title(const QStyle& style, const QStyleOptionTitleBar& bar, QPainter& 
     painter.fillRect(bar.rect, colours.bar);
     const QRect sign =
         style.subControlRect(QStyle::CC_TitleBar, &bar, QStyle::SC_TitleBarSysMenu, widget);
-    if (!bar.icon.isNull() && bar.titleBarFlags.testFlag(Qt::WindowSystemMenuHint))
-        bar.icon.paint(&painter, sign);
+    if (!bar.icon.isNull() && bar.titleBarFlags.testFlag(Qt::WindowSystemMenuHint)) {
+        // The pictures have dark strokes.
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(palette::kBase));
+        painter.drawRoundedRect(sign, kPlateRadius, kPlateRadius);
+        bar.icon.paint(&painter, sign.adjusted(1, 1, -1, -1));
+    }
     QRect place = style.subControlRect(QStyle::CC_TitleBar, &bar, QStyle::SC_TitleBarLabel, widget);
     place.setLeft(std::max(place.left(), sign.right() + kTextGap));
     painter.setPen(colours.text);
@@ -131,6 +137,13 @@ void FrameStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     // Cells of the status bar are divided by lines of their own.
     if (element == PE_FrameStatusBarItem) return;
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+// A menu that is too long for the screen scrolls; a second column would be cut at its keys.
+int FrameStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* data) const {
+    if (hint == SH_Menu_Scrollable) return 1;
+    return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
 QSize FrameStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

@@ -1,5 +1,6 @@
 #include "app/status_strip.h"
 
+#include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -60,6 +61,7 @@ StatusStrip::StatusStrip(QWidget* parent) : QStatusBar(parent) {
     add_line(*row);
     load_ = add_cell(*row, "StatusLoad", Qt::AlignRight);
     addPermanentWidget(cells, 1);
+    hint_->installEventFilter(this);
     connect(this, &QStatusBar::messageChanged, this, &StatusStrip::show_hint);
     apply_language(language_);
 }
@@ -96,6 +98,11 @@ void StatusStrip::apply_language(base::Language language) {
     name(*load_, names.load);
     fit_cells();
     show_texts();
+}
+
+bool StatusStrip::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == hint_ && event->type() == QEvent::Resize) show_hint(currentMessage());
+    return QStatusBar::eventFilter(watched, event);
 }
 
 void StatusStrip::show_hint(const QString& hint) {

@@ -21,6 +21,9 @@ class StatusStrip final : public QStatusBar {
     void apply_language(base::Language language);
     void show_figures(const LinkFigures& figures);
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     QLabel* add_cell(QHBoxLayout& row, const char* name, Qt::Alignment alignment);
     void add_line(QHBoxLayout& row);

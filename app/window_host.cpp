@@ -1,5 +1,6 @@
 #include "app/window_host.h"
 
+#include <QLayout>
 #include <QMdiArea>
 #include <algorithm>
 #include <utility>
@@ -122,6 +123,10 @@ void WindowHost::show_first(const std::string& name, Made& window) {
     place_first(name, frame);
     const QRect box = frame.geometry();
     window.content->show();
+    // The content has to have its size before it is shown: a page works out from it how much its
+    // frame may grow by whole rows.
+    frame.ensurePolished();
+    if (frame.layout() != nullptr) frame.layout()->activate();
     const auto found = remembered_.find(name);
     if (found == remembered_.end()) {
         frame.show();

@@ -69,14 +69,22 @@ int WindowHost::icons_height() const {
 void WindowHost::cascade() {
     const Size area = area_size();
     QMdiSubWindow* active = area_->currentSubWindow();
+    std::vector<ChildWindow*> pages = open_pages();
+    // The active one in front of all others.
+    std::ranges::stable_partition(pages, [active](ChildWindow* page) { return page != active; });
     int count = 0;
-    for (ChildWindow* frame : open_pages()) {
+    for (ChildWindow* frame : pages) {
         if (frame->isMaximized()) frame->showNormal();
-        const Size size = first_size(area, {frame->width(), frame->height()});
+        const QSize wanted = frame->sizeHint();
+        const Size size = first_size(area, {wanted.width(), wanted.height()});
         frame->put({cascade_place(area, size, count++), size, PlaceState::kNormal});
         frame->raise();
     }
-    if (active != nullptr) area_->setActiveSubWindow(active);
+    // Dialogs lie on the pages, which would bury them.
+    for (const std::string& name : open_) {
+        ChildWindow* frame = made_.at(name).frame;
+        if (frame->kind() == ChildWindow::Kind::kDialog) frame->raise();
+    }
     tell();
 }
 

@@ -301,7 +301,10 @@ TEST(Arranging, CascadeAndTileLeaveDialogsAndIconsAlone) {
     EXPECT_FALSE(frame.frame("A")->geometry().intersects(frame.frame("B")->geometry()));
     EXPECT_TRUE(frame.frame("C")->isMinimized());
     EXPECT_EQ(frame.frame("D")->geometry(), dialog);
+    const QSize tiled = frame.frame("A")->size();
     frame.item("cascadex")->trigger();
+    EXPECT_LT(frame.frame("A")->width(), tiled.width());  // what it wants, not what tiling gave it
+    EXPECT_EQ(frame.area->subWindowList(QMdiArea::StackingOrder).constLast(), frame.frame("D"));
     EXPECT_EQ(frame.frame("A")->pos(), QPoint(0, 0));
     EXPECT_EQ(frame.frame("B")->pos(), QPoint(28, 28));
     EXPECT_EQ(frame.frame("D")->geometry(), dialog);

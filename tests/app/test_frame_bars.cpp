@@ -102,8 +102,13 @@ TEST(StatusStrip, TheHintOfAMenuItemLeavesTheCellsAlone) {
 TEST(StatusStrip, AHintThatDoesNotFitEndsWithAnEllipsis) {
     FrameBench frame;
     frame.show();
-    const QString hint(300, QLatin1Char('w'));
+    const QString hint(60, QLatin1Char('w'));
+    frame.main.resize(1800, 800);
+    QApplication::processEvents();
     frame.strip->showMessage(hint);
+    EXPECT_EQ(cell(frame, "StatusHint")->text(), hint);
+    frame.main.resize(900, 800);
+    QApplication::processEvents();
     EXPECT_TRUE(cell(frame, "StatusHint")->text().endsWith(QChar(0x2026)));
     EXPECT_LE(cell(frame, "StatusHint")
                   ->fontMetrics()
