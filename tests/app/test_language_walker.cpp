@@ -25,7 +25,6 @@
 namespace servo::app {
 namespace {
 
-using base::Language;
 using dictionary::Variant;
 
 constexpr LanguagePass kChinese{.slot = 0};
