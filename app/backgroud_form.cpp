@@ -14,8 +14,8 @@ namespace {
 
 constexpr int kLineGap = 6;
 
-// For what is painted here. Set on the widget, it would reach the windows inside, some of which keep
-// the font that they were designed with.
+// For what is painted here. Set on the widget, it would reach the windows inside, some of which
+// keep the font that they were designed with.
 QFont text_font(const QWidget& widget, base::Language language) {
     QFont font = widget.font();
     font.setFamilies(font_families(language));
