@@ -6,7 +6,7 @@
 
 #include "params/browser_details_view.h"
 #include "params/browser_list_view.h"
-#include "params/leave_watch.h"
+#include "params/leave_watch_view.h"
 #include "params/object_browser.h"
 #include "params/page_grid_view.h"
 

@@ -8,7 +8,7 @@
 
 #include <QWidget>
 
-#include "params/leave_watch.h"
+#include "params/leave_watch_view.h"
 #include "params/page.h"
 #include "params/page_grid_view.h"
 

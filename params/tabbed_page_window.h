@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <array>
 
-#include "params/leave_watch.h"
+#include "params/leave_watch_view.h"
 #include "params/page_grid_view.h"
 #include "params/tabbed_page.h"
 

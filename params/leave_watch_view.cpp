@@ -1,4 +1,4 @@
-#include "params/leave_watch.h"
+#include "params/leave_watch_view.h"
 
 #include <QEvent>
 #include <QMdiSubWindow>
