@@ -71,7 +71,8 @@ void WindowHost::cascade() {
     QMdiSubWindow* active = area_->currentSubWindow();
     std::vector<ChildWindow*> pages = open_pages();
     // The active one in front of all others.
-    std::ranges::stable_partition(pages, [active](ChildWindow* page) { return page != active; });
+    std::stable_partition(pages.begin(), pages.end(),
+                          [active](ChildWindow* page) { return page != active; });
     int count = 0;
     for (ChildWindow* frame : pages) {
         if (frame->isMaximized()) frame->showNormal();
