@@ -160,6 +160,7 @@ void MDIForm1::hide_window(link::Window& window) {
 void MDIForm1::apply_language() {
     const base::Language language = workstation_.language;
     const dictionary::Variant variant = workstation_.Tavro_Nevra_Other_mode;
+    toolkit_texts_.apply(language);
     menus_->apply(language, variant);
     xpop_->apply(language, variant);
     tools_->apply(language, variant);

@@ -9,6 +9,7 @@
 #include "app/link_meter.h"
 #include "app/screen.h"
 #include "app/shell_access.h"
+#include "app/toolkit_texts.h"
 #include "app/workstation.h"
 
 namespace servo::params {
@@ -98,6 +99,7 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     QTimer Timer2_;               // arranges the icons of minimised windows
     LinkMeter meter_;
     QTimer meter_timer_;  // looks at the engine's counters for the status bar
+    ToolkitTexts toolkit_texts_;
     bool unloaded_ = false;
 };
 

@@ -87,7 +87,8 @@ void ShellCommands::run_tool(const ToolItem& item) {
 bool ShellCommands::open_window(const QString& name) {
     link::Window* window = workstation_.find_window(from_qt(name));
     if (window == nullptr || !host_.has(window->name())) return false;
-    // The menus open the browser to look things up; whoever wants an object picked opens it himself.
+    // The menus open the browser to look things up; whoever wants an object picked opens it
+    // himself.
     if (window == &workstation_.browser) workstation_.browser.open_plain();
     open_page(workstation_, *window);
     return true;

@@ -90,7 +90,9 @@ void add_lists(Adder& adder, Workstation& workstation) {
 void add_coming(Adder& adder) {
     for (const WindowDefinition& definition : window_table())
         if (definition.state == WindowState::kComing)
-            adder.add(definition.name, [&definition] { return new ComingWindow(definition); });
+            adder.add(
+                definition.name, [&definition] { return new ComingWindow(definition); },
+                Kind::kDialog);
 }
 
 }  // namespace

@@ -2,12 +2,14 @@
 // projects, dropped files, and the desk that is remembered.
 #include <gtest/gtest.h>
 
+#include <QDialogButtonBox>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMap>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
 #include <QTableView>
 #include <QUrl>
 #include <deque>
@@ -323,6 +325,21 @@ TEST(DroppedFiles, AForeignFileAmongOthersIsNamed) {
     ASSERT_EQ(shell.user.boxes.size(), 1U);
     EXPECT_EQ(shell.user.boxes[0].first, " Notice");
     EXPECT_NE(shell.user.boxes[0].second.find("picture.png"), std::string::npos);
+}
+
+TEST(ToolkitTexts, BoxesFollowTheLanguage) {
+    if (!ToolkitTexts::installed()) GTEST_SKIP() << "the toolkit has no Chinese texts here";
+    CommandShell shell;
+    ASSERT_TRUE(shell.start());
+    const auto cancel = [] {
+        QDialogButtonBox box(QDialogButtonBox::Cancel);
+        return box.button(QDialogButtonBox::Cancel)->text().remove(QLatin1Char('&'));
+    };
+    EXPECT_EQ(cancel(), "Cancel");
+    shell.menu("chinese");
+    EXPECT_EQ(cancel(), QStringLiteral("取消"));
+    shell.menu("English");
+    EXPECT_EQ(cancel(), "Cancel");
 }
 
 TEST(Desk, WindowsAndRecentFilesComeBackWhereTheyWere) {
