@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/recent_files.h"
 #include "app/shell_layout.h"
 
 namespace servo::app {
@@ -24,7 +25,7 @@ struct Desk {
     bool operator==(const Desk&) const = default;
 };
 
-inline constexpr std::size_t kMostRecent = 9;
+inline constexpr std::size_t kMostRecent = kMaxRecentFiles;
 
 // Never fails: what can't be read, is out of range or too much is left out. Coordinates are kept
 // within +-100000, sizes from 1 to 100000.

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "app/project_file.h"
+#include "base/ascii.h"
 
 namespace servo::app {
 
@@ -24,10 +25,6 @@ constexpr std::array<FileKind, kFileKinds> kTable{{
     {FileKindId::kFirmware, "servo", "Download", {"固件", "Firmware image"}},
 }};
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
 }  // namespace
 
 std::span<const FileKind, kFileKinds> file_kinds() {
@@ -35,10 +32,9 @@ std::span<const FileKind, kFileKinds> file_kinds() {
 }
 
 const FileKind* kind_of_file(std::string_view path) {
-    std::string suffix = std::filesystem::path(path).extension().string();
-    if (suffix.empty()) return nullptr;
-    suffix.erase(0, 1);
-    std::ranges::transform(suffix, suffix.begin(), lower);
+    const std::string extension = std::filesystem::path(path).extension().string();
+    if (extension.empty()) return nullptr;
+    const std::string suffix = base::ascii_lower(extension.substr(1));
     const auto* found = std::ranges::find(kTable, suffix, &FileKind::suffix);
     return found == kTable.end() ? nullptr : found;
 }

@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+#include "base/ascii.h"
+
 namespace servo::app {
 namespace {
 
@@ -36,18 +38,9 @@ constexpr std::array kNames{
     NameEntry{"space", NamedKey::kSpace},
 };
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool same_name(std::string_view text, std::string_view name) {
-    return std::equal(text.begin(), text.end(), name.begin(), name.end(),
-                      [](char a, char b) { return lower(a) == b; });
-}
-
 // "F1" to "F12"; 0 for anything else.
 int function_number(std::string_view text) {
-    if (text.size() < 2 || lower(text[0]) != 'f') return 0;
+    if (text.size() < 2 || base::ascii_lower(text[0]) != 'f') return 0;
     int number = 0;
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data() + 1, end, number);
@@ -60,11 +53,11 @@ bool take_modifier(std::string_view& text, KeyStroke& stroke) {
     // A plus at the very end is the key itself, as in "Ctrl++" and "+".
     if (plus == std::string_view::npos || plus == 0 || plus + 1 == text.size()) return false;
     const std::string_view name = text.substr(0, plus);
-    if (same_name(name, "ctrl"))
+    if (base::same_name(name, "ctrl"))
         stroke.ctrl = true;
-    else if (same_name(name, "shift"))
+    else if (base::same_name(name, "shift"))
         stroke.shift = true;
-    else if (same_name(name, "alt"))
+    else if (base::same_name(name, "alt"))
         stroke.alt = true;
     else
         return false;
@@ -83,7 +76,7 @@ std::optional<KeyStroke> parse_key(std::string_view text) {
         return stroke;
     }
     for (const NameEntry& entry : kNames) {
-        if (same_name(text, entry.name)) {
+        if (base::same_name(text, entry.name)) {
             stroke.key = entry.key;
             return stroke;
         }

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "app/tag_text.h"
+#include "base/ascii.h"
 #include "params/page_table.h"
 
 namespace servo::app {
@@ -106,11 +107,6 @@ std::string_view text_in(base::Text text, unsigned slot) {
     return slot == slot_of(base::Language::kEnglish) ? text.english : text.chinese;
 }
 
-bool same_name(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    return std::ranges::equal(a, b, {}, lower, lower);
-}
-
 }  // namespace
 
 std::span<const WindowDefinition> window_table() {
@@ -118,8 +114,9 @@ std::span<const WindowDefinition> window_table() {
 }
 
 const WindowDefinition* find_window_definition(std::string_view name) {
-    const auto* found = std::ranges::find_if(
-        kWindows, [&](const WindowDefinition& window) { return same_name(window.name, name); });
+    const auto* found = std::ranges::find_if(kWindows, [&](const WindowDefinition& window) {
+        return base::same_name(window.name, name);
+    });
     return found == kWindows.end() ? nullptr : found;
 }
 

@@ -1,19 +1,14 @@
 #include "app/workstation.h"
 
 #include <algorithm>
-#include <cctype>
 #include <ranges>
 
+#include "base/ascii.h"
 #include "base/file.h"
 
 namespace servo::app {
 
 namespace {
-
-bool same_name(std::string_view a, std::string_view b) {
-    return std::ranges::equal(
-        a, b, [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
 
 // Keeps the place of a window with values that is not built yet. It is never visible, so the poller
 // passes it by.
@@ -52,8 +47,9 @@ void list_windows(Workstation& workstation) {
     for (const auto& page : workstation.tabbed_pages)
         ready.push_back(page.get());
     for (const std::string_view name : link::kAllWindowNames) {
-        const auto found = std::ranges::find_if(
-            ready, [name](const link::Window* window) { return same_name(window->name(), name); });
+        const auto found = std::ranges::find_if(ready, [name](const link::Window* window) {
+            return base::same_name(window->name(), name);
+        });
         if (found != ready.end()) {
             workstation.windows.push_back(*found);
             continue;
@@ -92,19 +88,20 @@ Workstation::Workstation(const Surroundings& given)
 
 params::Page* Workstation::find_page(std::string_view name) const {
     for (const auto& page : pages)
-        if (same_name(page->name(), name)) return page.get();
+        if (base::same_name(page->name(), name)) return page.get();
     return nullptr;
 }
 
 params::TabbedPage* Workstation::find_tabbed_page(std::string_view name) const {
     for (const auto& page : tabbed_pages)
-        if (same_name(page->name(), name)) return page.get();
+        if (base::same_name(page->name(), name)) return page.get();
     return nullptr;
 }
 
 link::Window* Workstation::find_window(std::string_view name) const {
-    const auto found = std::ranges::find_if(
-        windows, [name](const link::Window* window) { return same_name(window->name(), name); });
+    const auto found = std::ranges::find_if(windows, [name](const link::Window* window) {
+        return base::same_name(window->name(), name);
+    });
     return found == windows.end() ? nullptr : *found;
 }
 

@@ -10,6 +10,8 @@
 #include <memory>
 #include <utility>
 
+#include "base/ascii.h"
+
 namespace servo::base {
 
 namespace {
@@ -98,12 +100,6 @@ void flush_folder(const std::filesystem::path& folder) {
     if (opened.is_open()) ::fsync(opened.number());
 }
 
-bool same_but_case(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](char x, char y) { return lower(x) == lower(y); });
-}
-
 std::filesystem::path find_entry(const std::filesystem::path& folder, std::string_view name) {
     std::filesystem::path exact = folder / name;
     std::error_code error;
@@ -112,7 +108,7 @@ std::filesystem::path find_entry(const std::filesystem::path& folder, std::strin
     std::filesystem::directory_iterator entry(folder, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         std::string other = entry->path().filename().string();
-        if (same_but_case(other, name) && (best.empty() || other < best)) best = std::move(other);
+        if (same_name(other, name) && (best.empty() || other < best)) best = std::move(other);
     }
     return best.empty() ? exact : folder / best;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "base/ascii.h"
 #include "base/file.h"
 #include "base/gbk.h"
 
@@ -28,17 +29,13 @@ std::string_view trim(std::string_view text) {
     return trim_right(text);
 }
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // Without regard to the case of letters. The second byte of a Chinese character may be a letter's
 // code and is compared as it stands.
-bool same_name(std::string_view a, std::string_view b) {
+bool same_key(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;
     bool second_byte = false;
     for (std::size_t i = 0; i < a.size(); ++i) {
-        if (second_byte ? a[i] != b[i] : lower(a[i]) != lower(b[i])) return false;
+        if (second_byte ? a[i] != b[i] : ascii_lower(a[i]) != ascii_lower(b[i])) return false;
         second_byte = !second_byte && static_cast<unsigned char>(a[i]) > 0x80;
     }
     return true;
@@ -123,15 +120,14 @@ Section find_section(std::string_view content, std::string_view name,
     for (Line line; lines.next(line);) {
         if (line.kind == LineKind::kSection) {
             if (section.found) return section;
-            if (!same_name(line.name, name)) continue;
+            if (!same_key(line.name, name)) continue;
             section.found = true;
             section.begin = line.begin;
         }
         if (!section.found) continue;
         section.end = line.next;
         if (!line.blank) section.last_end = line.next;
-        if (line.kind == LineKind::kKey && key && !section.key_found &&
-            same_name(line.name, *key)) {
+        if (line.kind == LineKind::kKey && key && !section.key_found && same_key(line.name, *key)) {
             section.key_found = true;
             section.key = line;
         }
@@ -164,7 +160,7 @@ std::string name_list(std::string_view content, std::optional<std::string_view> 
         bool take = false;
         if (line.kind == LineKind::kSection) {
             over = inside;
-            inside = section && !inside && same_name(line.name, *section);
+            inside = section && !inside && same_key(line.name, *section);
             take = !section;
         } else {
             take = inside && line.kind == LineKind::kKey;

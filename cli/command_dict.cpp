@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "base/ascii.h"
 #include "cli/commands.h"
 #include "dictionary/keys.h"
 
@@ -20,14 +21,6 @@ enum Column : std::size_t {
     kFormula
 };
 
-// ASCII letters only: Chinese text has no case, and its bytes are left alone.
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return text;
-}
-
 // A field without its padding.
 std::string cell(const dictionary::Store& dictionary, std::size_t row, std::size_t column) {
     std::string text = dictionary.dictionary_cell(row, column);
@@ -38,8 +31,8 @@ std::string cell(const dictionary::Store& dictionary, std::size_t row, std::size
 
 // The browser's search runs on the same joined text, so both find the same rows.
 std::string searched_text(const dictionary::Store& dictionary, std::size_t row) {
-    return lower(cell(dictionary, row, kIndex) + cell(dictionary, row, kSub) + " " +
-                 cell(dictionary, row, kNameCh) + " " + cell(dictionary, row, kNameEn));
+    return base::ascii_lower(cell(dictionary, row, kIndex) + cell(dictionary, row, kSub) + " " +
+                             cell(dictionary, row, kNameCh) + " " + cell(dictionary, row, kNameEn));
 }
 
 // The short name where there is one, else the word of the file.
@@ -71,7 +64,7 @@ std::string modbus_address(const dictionary::Store& dictionary, std::string_view
 
 ExitStatus run_dict_find(const Options& options, const dictionary::Store& dictionary,
                          const Output& output) {
-    const std::string wanted = lower(options.text);
+    const std::string wanted = base::ascii_lower(options.text);
     const bool english = options.language == base::Language::kEnglish;
     RowPrinter printer(output, options.json, {"key", "type", "attribute", "name"});
     bool any = false;

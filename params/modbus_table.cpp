@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
+
 namespace servo::params {
 
 namespace {
@@ -21,10 +23,7 @@ int left_edge(int column, int grid_width) {
 
 // Bytes of Chinese characters are none of A to Z, so the text may be taken byte by byte.
 std::string small_letters(std::string_view text) {
-    std::string small(text);
-    for (char& c : small)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return small;
+    return base::ascii_lower(text);
 }
 
 std::vector<std::string_view> words_of(std::string_view text) {

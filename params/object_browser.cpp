@@ -6,6 +6,8 @@
 #include <array>
 #include <utility>
 
+#include "base/ascii.h"
+
 namespace servo::params {
 
 namespace {
@@ -22,12 +24,6 @@ constexpr std::string_view kNoModbus = "....";
 std::string until_nul(std::string text) {
     text.resize(std::min(text.find('\0'), text.size()));
     return text;
-}
-
-// Keys are digits and letters; their case does not count.
-bool same_key(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
-    return std::ranges::equal(a, b, {}, lower, lower);
 }
 
 }  // namespace
@@ -165,7 +161,7 @@ void ObjectBrowser::show_live(Identity object) {
 
 std::string ObjectBrowser::modbus_text(std::string_view key) const {
     for (const ModbusAddress& entry : services_.modbus_list.addresses)
-        if (same_key(entry.key, key)) return "0x" + entry.address;
+        if (base::same_name(entry.key, key)) return "0x" + entry.address;
     return std::string(kNoModbus);
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/ascii.h"
+
 namespace servo::params {
 
 namespace {
@@ -112,8 +114,7 @@ std::string lower_case(std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
         const std::string_view character = text.substr(at, length_at(text, at));
         if (character.size() == 1) {
-            const char c = character[0];
-            out += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+            out += base::ascii_lower(character[0]);
         } else {
             append_lower(out, character);
         }

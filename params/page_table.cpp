@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
+
 namespace servo::params {
 
 namespace {
@@ -60,12 +62,8 @@ std::array<std::size_t, kPages> pages_in_load_order() {
 }
 
 const PageDefinition* find_page_definition(std::string_view name) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    const auto same_name = [&](const PageDefinition& page) {
-        return std::equal(page.name.begin(), page.name.end(), name.begin(), name.end(),
-                          [&](char a, char b) { return lower(a) == lower(b); });
-    };
-    const auto* found = std::find_if(kPageTable.begin(), kPageTable.end(), same_name);
+    const auto* found = std::ranges::find_if(
+        kPageTable, [&](const PageDefinition& page) { return base::same_name(page.name, name); });
     return found == kPageTable.end() ? nullptr : found;
 }
 
