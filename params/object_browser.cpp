@@ -115,6 +115,7 @@ void ObjectBrowser::scrolled_to(int top_row) {
 }
 
 void ObjectBrowser::select(int row, Scroll scroll) {
+    typing_.reset();
     selected_row_ = row;
     show_object(scroll);
     tell_search();
@@ -140,6 +141,7 @@ void ObjectBrowser::show_object(Scroll scroll) {
 // A row of a page can hold a key that the dictionary lacks. Showing the last object instead would
 // pass its help off as that of the row.
 void ObjectBrowser::show_missing(Identity object) {
+    typing_.reset();
     selected_row_ = 0;
     shown_ = object;
     show_live(object);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -97,7 +98,8 @@ class ObjectBrowser final : public link::PollWindow {
 
     // --- Search
     const std::string& Text2() const { return text2_; }
-    // The box was typed into: shows where the search button would go, without going there.
+    // The box was typed into: shows where the search button would go, without going there. With no
+    // match, what was selected before the typing.
     void Text2_Change(std::string_view text);
     // The search button: the next match below search_row, going round.
     void Command1_Click();
@@ -128,11 +130,19 @@ class ObjectBrowser final : public link::PollWindow {
   private:
     enum class Scroll : std::uint8_t { kNone, kToTop };
 
+    // A search text that is being typed.
+    struct Typing {
+        int from_row = 0;  // selected before it; 0: the object that the list does not have
+        dictionary::Identity from_object = 0;
+        int shown_row = 0;  // selected by it
+    };
+
     void set_mode(std::uint8_t new_mode);
     void select(int row, Scroll scroll);
     void show_object(Scroll scroll);
     void show_missing(dictionary::Identity object);
     void show_live(dictionary::Identity object);
+    void show_typed();
     void found(int row);
     void tell_search();
     std::string list_text(int row, int column) const;
@@ -147,6 +157,7 @@ class ObjectBrowser final : public link::PollWindow {
     ListSearch search_;
     PageGrid grid_;
     std::string text2_;
+    std::optional<Typing> typing_;
     int selected_row_ = 0;
     dictionary::Identity shown_ = 0;
     ObjectDetails details_;

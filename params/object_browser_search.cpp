@@ -26,18 +26,34 @@ constexpr Text kNoNumber{"此对象不是数值，不能用于示波器",
 
 // While typing, the row is shown that the button would find. search_row stays where it is, so that
 // the button then finds that row, as if nothing had been shown, and the one below it when it is
-// pressed again.
+// pressed again. A text that is found nowhere leaves the selection as it was before the typing: the
+// first letters of it, which are found somewhere, must not have moved it.
 void ObjectBrowser::Text2_Change(std::string_view text) {
     if (text == text2_) return;
     text2_ = text;
-    if (!text2_.empty()) {
-        const int from = search_row > 0 && search_row < list_rows() ? search_row : 1;
-        if (const int row = search_.next(text2_, from); row != 0) {
-            select(row, Scroll::kToTop);
-            return;
-        }
+    if (text2_.empty()) {
+        typing_.reset();
+    } else {
+        if (!typing_ || typing_->shown_row != selected_row_)
+            typing_ = Typing{selected_row_, shown_, selected_row_};
+        show_typed();
     }
     tell_search();
+}
+
+void ObjectBrowser::show_typed() {
+    Typing typing = *typing_;
+    const int from = search_row > 0 && search_row < list_rows() ? search_row : 1;
+    const int row = search_.next(text2_, from);
+    typing.shown_row = row != 0 ? row : typing.from_row;
+    if (row != 0) {
+        select(row, Scroll::kToTop);
+    } else if (typing.from_row == 0) {
+        if (selected_row_ != 0) show_missing(typing.from_object);
+    } else if (typing.from_row != selected_row_) {
+        select(typing.from_row, Scroll::kNone);
+    }
+    typing_ = typing;  // every other way of selecting a row ends the typing
 }
 
 void ObjectBrowser::Command1_Click() {

@@ -241,15 +241,50 @@ TEST(BrowserTyping, ShowsTheRowThatTheButtonThenFinds) {
     EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kTarget);
 }
 
-TEST(BrowserTyping, ATextWithoutAMatchSaysSoAndTheSelectionStays) {
+TEST(BrowserTyping, ATextWithoutAMatchSaysSoAndLeavesTheSelectionFromBeforeTheTyping) {
     BrowserBench bench;
-    bench.browser.Text2_Change("velo");
-    bench.browser.Text2_Change("velox");
-    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kVelocity);
+    bench.browser.MSHFlexGrid2_Click(BrowserBench::kText);
+    for (const char* text : {"v", "ve", "velo", "velox"})
+        bench.browser.Text2_Change(text);
+    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kText);
+    EXPECT_EQ(bench.browser.details().name, "Hardware Version");
+    EXPECT_EQ(bench.browser.row(1).index, "100900");
     EXPECT_EQ(bench.browser.search_note(), "No match");
+    bench.browser.Command1_Click();
+    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kText);
+    bench.browser.Text2_Change("velo");
+    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kVelocity) << "taken back by a key";
     bench.browser.Text2_Change("");
-    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kVelocity);
+    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kVelocity) << "the box is only cleared";
     EXPECT_EQ(bench.browser.search_note(), "");
+}
+
+TEST(BrowserTyping, WhatWasFoundOrClickedMeanwhileIsTheSelectionThatStays) {
+    BrowserBench bench;
+    bench.search("velo");
+    bench.browser.Text2_Change("velox");
+    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kVelocity) << "searched for";
+    bench.browser.MSHFlexGrid2_Click(BrowserBench::kMode);
+    bench.browser.Text2_Change("w");
+    ASSERT_EQ(bench.browser.selected_row(), BrowserBench::kControl);
+    bench.browser.MSHFlexGrid2_Click(BrowserBench::kControl);
+    bench.browser.Text2_Change("wx");
+    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kControl) << "clicked";
+    bench.browser.Text2_Change("current");
+    bench.browser.find_next();
+    bench.browser.Text2_Change("currentx");
+    EXPECT_EQ(bench.browser.selected_row(), BrowserBench::kCurrent) << "stepped to";
+}
+
+TEST(BrowserTyping, TheHelpOfAnObjectThatTheListLacksComesBackToo) {
+    BrowserBench bench;
+    bench.browser.open_for_help(0x123456);
+    bench.browser.Text2_Change("v");
+    EXPECT_NE(bench.browser.selected_row(), 0);
+    bench.browser.Text2_Change("vx");
+    EXPECT_EQ(bench.browser.selected_row(), 0);
+    EXPECT_EQ(bench.browser.details().index, "1234");
+    EXPECT_EQ(bench.browser.row(1).index, "123456");
 }
 
 TEST(BrowserTyping, TellsWhichMatchOfHowManyIsShown) {
