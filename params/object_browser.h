@@ -130,11 +130,10 @@ class ObjectBrowser final : public link::PollWindow {
   private:
     enum class Scroll : std::uint8_t { kNone, kToTop };
 
-    // A search text that is being typed.
+    // A search text that is being typed ends when a row is selected in any other way.
     struct Typing {
         int from_row = 0;  // selected before it; 0: the object that the list does not have
         dictionary::Identity from_object = 0;
-        int shown_row = 0;  // selected by it
     };
 
     void set_mode(std::uint8_t new_mode);

@@ -34,19 +34,16 @@ void ObjectBrowser::Text2_Change(std::string_view text) {
     if (text2_.empty()) {
         typing_.reset();
     } else {
-        if (!typing_ || typing_->shown_row != selected_row_)
-            typing_ = Typing{selected_row_, shown_, selected_row_};
+        if (!typing_) typing_ = Typing{selected_row_, shown_};
         show_typed();
     }
     tell_search();
 }
 
 void ObjectBrowser::show_typed() {
-    Typing typing = *typing_;
+    const Typing typing = *typing_;
     const int from = search_row > 0 && search_row < list_rows() ? search_row : 1;
-    const int row = search_.next(text2_, from);
-    typing.shown_row = row != 0 ? row : typing.from_row;
-    if (row != 0) {
+    if (const int row = search_.next(text2_, from); row != 0) {
         select(row, Scroll::kToTop);
     } else if (typing.from_row == 0) {
         if (selected_row_ != 0) show_missing(typing.from_object);
