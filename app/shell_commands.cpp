@@ -6,6 +6,7 @@
 #include <QUrl>
 
 #include "app/backgroud_form.h"
+#include "app/keys_window.h"
 #include "app/menu_table.h"
 #include "app/popup_menu.h"
 #include "app/shell_files.h"
@@ -34,6 +35,9 @@ void ShellCommands::run_menu(const MenuItem& item) {
             break;
         case MenuKind::kNewProject:
             files_.new1();
+            // It is none of the windows that a project knows, but an empty desk is what was asked
+            // for.
+            host_.hide(kKeyListWindow);
             break;
         case MenuKind::kOpenProject:
             files_.open1();
