@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QTableView>
+#include <algorithm>
 
 #include "params/ui_palette.h"
 
@@ -9,8 +10,12 @@ namespace servo::params {
 
 namespace {
 
-// The number column is a narrow one.
+// The number column is a narrow one. In a narrow grid padding and gap give way to the number.
 constexpr int kNumberPadding = 4;
+constexpr int kMarkGap = 2;
+constexpr int kLeastPadding = 2;  // right of a text; the next cell has a whole one on its left
+constexpr QLatin1String kWidestNumber("88");
+constexpr QLatin1String kWidestIndex("D0D0D0");
 
 QFont bold(QFont font) {
     font.setBold(true);
@@ -18,37 +23,63 @@ QFont bold(QFont font) {
 }
 
 // Where the mark of a static row stands: a place of its own, so that the numbers stay in line.
-QRect mark_rect(const QRect& cell, const QFont& font) {
-    const int width = QFontMetrics(bold(font)).horizontalAdvance(QLatin1Char('*'));
-    return {cell.right() - kNumberPadding - width + 1, cell.top(), width, cell.height() - 1};
+struct NumberPlaces {
+    QRect number;
+    QRect mark;
+};
+
+int mark_width(const QFont& font) {
+    return QFontMetrics(bold(font)).horizontalAdvance(QLatin1Char('*'));
 }
 
-QRect number_rect(const QRect& cell, const QFont& font) {
-    return {cell.topLeft(), QPoint(mark_rect(cell, font).left() - 2, cell.bottom() - 1)};
+NumberPlaces number_places(const QRect& cell, const QFont& font) {
+    const int mark = mark_width(font);
+    const int spare = cell.width() - mark - QFontMetrics(font).horizontalAdvance(kWidestNumber);
+    const int gap = std::clamp(spare, 0, kMarkGap);
+    const int padding = std::clamp(spare - gap, 0, kNumberPadding);
+    NumberPlaces places;
+    places.mark = {cell.right() - padding - mark + 1, cell.top(), mark, cell.height() - 1};
+    places.number = {cell.topLeft(), QPoint(places.mark.left() - gap - 1, cell.bottom() - 1)};
+    return places;
 }
 
 void paint_number(QPainter& painter, const QRect& cell, QString text) {
     const bool is_static = text.endsWith(QLatin1Char('*'));
     if (is_static) text.chop(1);
     const QFont font = painter.font();
-    painter.drawText(number_rect(cell, font), Qt::AlignRight | Qt::AlignVCenter, text);
+    const NumberPlaces places = number_places(cell, font);
+    painter.drawText(places.number, Qt::AlignRight | Qt::AlignVCenter, text);
     if (!is_static) return;
     painter.setFont(bold(font));
     painter.setPen(QColor(palette::kAccent));
-    painter.drawText(mark_rect(cell, font), Qt::AlignHCenter | Qt::AlignVCenter,
-                     QStringLiteral("*"));
+    painter.drawText(places.mark, Qt::AlignHCenter | Qt::AlignVCenter, QStringLiteral("*"));
+}
+
+QString without_end_blanks(QString text) {
+    while (!text.isEmpty() && text.back().isSpace())
+        text.chop(1);
+    return text;
 }
 
 }  // namespace
+
+int number_cell_width(const QFont& font) {
+    return QFontMetrics(font).horizontalAdvance(kWidestNumber) + mark_width(font);
+}
+
+int index_cell_width(const QFont& font) {
+    return kCellPadding + QFontMetrics(font).horizontalAdvance(kWidestIndex) + kLeastPadding;
+}
 
 int grid_row_height(const QFontMetrics& metrics) {
     return metrics.height() + metrics.height() / 2 + 5;
 }
 
 void paint_cell_text(QPainter& painter, const QRect& cell, const QString& text, int padding) {
-    const QRect place = cell.adjusted(padding, 0, -padding, -1);
+    const QRect place = cell.adjusted(padding, 0, -std::min(padding, kLeastPadding), -1);
+    const QString shown = without_end_blanks(text);
     painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+                     painter.fontMetrics().elidedText(shown, Qt::ElideRight, place.width()));
 }
 
 void paint_outline(QPainter& painter, const QRect& rect, const QColor& colour) {
@@ -107,7 +138,8 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     painter->setPen(QColor(palette::kMutedText));
     const QString text = model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
     if (section == look_.number_column) {
-        painter->drawText(number_rect(rect, font()), Qt::AlignRight | Qt::AlignVCenter, text);
+        painter->drawText(number_places(rect, font()).number, Qt::AlignRight | Qt::AlignVCenter,
+                          text);
     } else {
         paint_cell_text(*painter, rect, text, look_.padding);
     }

@@ -16,12 +16,17 @@ struct GridLook {
     int padding = kCellPadding;
 };
 
-// Text as a cell shows it: one line, padded, cut with an ellipsis.
+// Text as a cell shows it: one line, padded, cut with an ellipsis. Before it is cut it takes most
+// of the padding on its right; blanks at its end need no room.
 void paint_cell_text(QPainter& painter, const QRect& cell, const QString& text,
                      int padding = kCellPadding);
 
 // Outline inside of a rectangle.
 void paint_outline(QPainter& painter, const QRect& rect, const QColor& colour);
+
+// Widths below which a row number of two digits with its mark, or an index, would be cut.
+int number_cell_width(const QFont& font);
+int index_cell_width(const QFont& font);
 
 // Height of a row for a font: room for the editors, and for Chinese.
 int grid_row_height(const QFontMetrics& metrics);

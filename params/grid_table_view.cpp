@@ -79,6 +79,21 @@ int GridTable::height_of_rows(int rows) const {
            (rows - 1) * verticalHeader()->defaultSectionSize();
 }
 
+int GridTable::whole_height(int height) const {
+    if (height >= height_of_rows(grid_.rows())) return height;
+    const int row = verticalHeader()->defaultSectionSize();
+    return height_of_rows(1 + std::max(1, (height - height_of_rows(1)) / row));
+}
+
+int GridTable::readable_width() const {
+    constexpr int kWhole = 2000;
+    const auto needed = [](int column, int width) {
+        return width * kWhole / column_width(column, kWhole) + 1;
+    };
+    return std::max(needed(kNumber, number_cell_width(font())),
+                    needed(kIndex, index_cell_width(font())));
+}
+
 void GridTable::press(Qt::MouseButton button, std::optional<CellPosition> cell, QPoint global) {
     if (button == Qt::LeftButton) {
         grid_.grid_mouse_down(MouseButton::kLeft, cell);
@@ -203,7 +218,9 @@ void GridTable::contextMenuEvent(QContextMenuEvent* event) {
 
 void GridTable::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange) fit_rows_to_font();
+    if (event->type() != QEvent::FontChange) return;
+    fit_rows_to_font();
+    Q_EMIT rows_resized();
 }
 
 void GridTable::paintEvent(QPaintEvent* event) {

@@ -20,11 +20,17 @@ class GridTable final : public QTableView {
     void show_current();
     // Height that shows `rows` rows, the header counted.
     int height_of_rows(int rows) const;
+    // The most of `height` that cuts no row: all of it when every row fits.
+    int whole_height(int height) const;
+    // Width from which on row numbers and indices can be read.
+    int readable_width() const;
 
   Q_SIGNALS:
     void popup_asked(const QPoint& place);
     void left_released();
     void scrolled_by_user(int top_row);
+    // Another font: rows have another height, columns another least width.
+    void rows_resized();
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QResizeEvent>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "params/ui_palette.h"
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int kFrame = 1;
 constexpr int kDefaultWidth = 860;
+constexpr int kLeastRows = 4;  // the header counted
 // On a smaller page nothing is fitted: the columns could not be read anyway.
 constexpr QSize kSmallest{333, 46};
 
@@ -38,6 +40,11 @@ PageGridView::PageGridView(PageGrid& grid, QWidget* parent, const QString& suffi
     connect(&table_, &GridTable::scrolled_by_user, this, [this](int top_row) {
         grid_.hide_editors();
         grid_.set_current({top_row, grid_.current().column});
+    });
+    // The table has a font of its own, which changes with the language.
+    connect(&table_, &GridTable::rows_resized, this, [this] {
+        place_table();
+        updateGeometry();
     });
     grid_.set_observer(this);
     table_.show_current();
@@ -66,16 +73,33 @@ void PageGridView::connect_editors() {
     });
 }
 
+int PageGridView::height_for_rows(int rows) const {
+    return table_.height_of_rows(rows) + 2 * kFrame;
+}
+
 int PageGridView::wanted_height() const {
-    return table_.height_of_rows(shown_rows(grid_.rows())) + 2 * kFrame;
+    return height_for_rows(shown_rows(grid_.rows()));
 }
 
 QSize PageGridView::sizeHint() const {
     return {kDefaultWidth, wanted_height()};
 }
 
+QSize PageGridView::minimumSizeHint() const {
+    const int rows = std::clamp(grid_.rows(), 2, kLeastRows);
+    return {table_.readable_width() + 2 * kFrame, height_for_rows(rows)};
+}
+
+// No row is cut through at the lower edge; what is left of the height stays free below the frame.
+void PageGridView::place_table() {
+    QRect inside = rect().adjusted(kFrame, kFrame, -kFrame, -kFrame);
+    inside.setHeight(table_.whole_height(inside.height()));
+    table_.setGeometry(inside);
+    update();
+}
+
 void PageGridView::resizeEvent(QResizeEvent*) {
-    table_.setGeometry(rect().adjusted(kFrame, kFrame, -kFrame, -kFrame));
+    place_table();
     if (width() < kSmallest.width() || height() < kSmallest.height()) return;
     table_.setup_grid();
     grid_.hide_editors();
@@ -84,16 +108,12 @@ void PageGridView::resizeEvent(QResizeEvent*) {
 void PageGridView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(QColor(palette::kFrame));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-}
-
-void PageGridView::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) updateGeometry();
+    painter.drawRect(table_.geometry().adjusted(-kFrame, -kFrame, 0, 0));
 }
 
 void PageGridView::rows_reset() {
     model_.rows_reset();
+    place_table();
     table_.show_current();
     updateGeometry();
     Q_EMIT rows_changed();

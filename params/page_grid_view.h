@@ -22,9 +22,12 @@ class PageGridView final : public QWidget, private GridObserver {
     PageGrid& grid() { return grid_; }
     GridTable& table() { return table_; }
 
+    // Height that shows `rows` rows, the header counted.
+    int height_for_rows(int rows) const;
     // Height that shows the grid's rows, up to 29 of them.
     int wanted_height() const;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
     void hide_editors() { grid_.hide_editors(); }
 
@@ -35,7 +38,6 @@ class PageGridView final : public QWidget, private GridObserver {
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
   private:
     void rows_reset() override;
@@ -43,6 +45,7 @@ class PageGridView final : public QWidget, private GridObserver {
     void current_changed() override;
     void editor_changed() override;
 
+    void place_table();
     void connect_editors();
     void show_text_box(const EditorState& state, const QRect& cell);
     void show_list_box(const EditorState& state, const QRect& cell);

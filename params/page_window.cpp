@@ -11,8 +11,6 @@ namespace servo::params {
 namespace {
 
 constexpr int kMargin = 8;
-constexpr int kSmallestWidth = 340;
-constexpr int kSmallestHeight = 90;
 
 }  // namespace
 
@@ -23,7 +21,6 @@ PageWindow::PageWindow(Page& page, QWidget* parent)
       watch_(*this, [this] { grid_.hide_editors(); }) {
     const auto name = QString::fromStdString(page.name());
     setObjectName(name);
-    setMinimumSize(kSmallestWidth, kSmallestHeight);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->addWidget(&grid_);

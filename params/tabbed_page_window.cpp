@@ -9,10 +9,8 @@ namespace servo::params {
 namespace {
 
 constexpr int kMargin = 8;
-constexpr int kSmallestWidth = 340;
-constexpr int kSmallestHeight = 160;
 constexpr int kFirstWidth = 980;  // in which the longest names of a PDO's objects can be read
-constexpr int kFirstRows = 15;    // seen at first: a PDO with its eight mapping entries
+constexpr int kFirstRows = 14;    // seen at first: a PDO with its eight mapping entries
 
 }  // namespace
 
@@ -22,7 +20,6 @@ TabbedPageWindow::TabbedPageWindow(TabbedPage& page, QWidget* parent)
       SSTab1_(this),
       watch_(*this, [this] { page_.active_grid().hide_editors(); }) {
     setObjectName(QString::fromStdString(page.name()));
-    setMinimumSize(kSmallestWidth, kSmallestHeight);
     SSTab1_.setObjectName(QStringLiteral("SSTab1"));
     SSTab1_.setDocumentMode(true);
     SSTab1_.tabBar()->setDrawBase(false);
@@ -54,9 +51,8 @@ void TabbedPageWindow::tab_changed(int tab) {
 }
 
 QSize TabbedPageWindow::sizeHint() const {
-    PageGridView& grid = *grids_.front();
-    const int rows = grid.table().height_of_rows(kFirstRows + 1);
-    return {kFirstWidth, rows + SSTab1_.tabBar()->sizeHint().height() + 3 * kMargin};
+    const int grid = grids_.front()->height_for_rows(kFirstRows + 1);
+    return {kFirstWidth, grid + SSTab1_.tabBar()->sizeHint().height() + 2 * kMargin};
 }
 
 // Ctrl+PageUp and Ctrl+PageDown go round the tabs from wherever the focus is in the window.

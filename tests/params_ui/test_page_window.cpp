@@ -216,6 +216,38 @@ TEST_F(PageView, APageThatDoesNotFitIsCutBetweenTwoRows) {
     EXPECT_GT(grid->viewport()->height(), 8 * grid->rowHeight(0));
 }
 
+TEST_F(PageView, NoHeightCutsARow) {
+    fill(many(40));
+    for (int height = 200; height < 260; height += 7) {
+        frame->resize(frame->width(), height);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(grid->viewport()->height() % grid->rowHeight(0), 0) << height;
+        EXPECT_GT(grid->viewport()->height(), 0) << height;
+    }
+}
+
+TEST_F(PageView, ATableInAnotherFontChangesWhatThePageWants) {
+    fill(many(10));
+    const int before = window->sizeHint().height();
+    QFont font = grid->font();
+    font.setPixelSize(2 * QFontInfo(font).pixelSize());
+    grid->setFont(font);
+    EXPECT_GT(window->sizeHint().height(), before);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->sizeHint().height() - window->grid_view().wanted_height(),
+              window->contentsMargins().top() + 16);
+}
+
+TEST_F(PageView, TheSmallestPageShowsWholeNumbersAndIndices) {
+    frame->resize(frame->minimumSizeHint());
+    QCoreApplication::processEvents();
+    const QFontMetrics metrics(grid->font());
+    EXPECT_GE(grid->columnWidth(kNumber), metrics.horizontalAdvance(QStringLiteral("10*")));
+    EXPECT_GT(grid->columnWidth(kIndex), metrics.horizontalAdvance(QStringLiteral("60FB0D")) + 8);
+    EXPECT_EQ(grid->viewport()->height(), 3 * grid->rowHeight(0));
+    EXPECT_LT(frame->width(), 640) << "two stand side by side on a usual screen";
+}
+
 TEST_F(PageView, AResizeHidesBothEditors) {
     click(kTarget, kValue);
     ASSERT_TRUE(textbox->isVisible());

@@ -71,6 +71,12 @@ struct TabbedWindow : testing::Test, test::Bench {
     QString text(int tab, int row, int column) const { return grid_text(*grid(tab), row, column); }
 };
 
+TEST_F(TabbedWindow, ItsFirstSizeShowsAPdoWithItsEightMappingEntries) {
+    frame->resize(frame->sizeHint());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(grid(0)->viewport()->height(), 14 * grid(0)->rowHeight(0));
+}
+
 TEST_F(TabbedWindow, HasEightTabsEachWithItsOwnControls) {
     EXPECT_EQ(window->objectName(), "TPDOSet");
     ASSERT_EQ(tabs->count(), 8);
