@@ -2,7 +2,9 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMdiArea>
 #include <QMenu>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -54,8 +56,7 @@ void ChildWindow::apply_language(base::Language language) {
 bool ChildWindow::event(QEvent* event) {
     const bool done = QMdiSubWindow::event(event);
     if (event->type() == QEvent::LayoutRequest && !isMinimized() && !isMaximized() && !isShaded()) {
-        const QSize needed = size().expandedTo(minimumSizeHint());
-        if (needed != size()) resize(needed);
+        if (size().expandedTo(minimumSizeHint()) != size()) put(place());
     }
     return done;
 }
@@ -90,8 +91,17 @@ WindowPlace ChildWindow::place() const {
     return {{normal_.x(), normal_.y()}, {normal_.width(), normal_.height()}, state};
 }
 
+// A window that needs more than it is given stays in view with what it takes.
 void ChildWindow::put(const WindowPlace& place) {
-    setGeometry(place.corner.x, place.corner.y, place.size.width, place.size.height);
+    const QSize given(place.size.width, place.size.height);
+    const QSize needed = given.expandedTo(minimumSizeHint());
+    QPoint corner(place.corner.x, place.corner.y);
+    if (const QMdiArea* area = mdiArea(); area != nullptr && needed != given) {
+        const QSize room = area->viewport()->size() - needed;
+        corner.setX(std::clamp(room.width(), 0, std::max(corner.x(), 0)));
+        corner.setY(std::clamp(room.height(), 0, std::max(corner.y(), 0)));
+    }
+    setGeometry(QRect(corner, needed));
 }
 
 // The toolkit keeps the normal place of a child window to itself.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <span>
 
 namespace servo::app {
 
@@ -114,21 +115,69 @@ WindowPlace into_view(Size area, WindowPlace place) {
     return place;
 }
 
-std::vector<WindowPlace> tile_places(Size area, int count) {
-    std::vector<WindowPlace> places;
-    if (count <= 0) return places;
-    int columns = 1;
-    while (columns * columns < count)
+namespace {
+
+// How many windows stand in each row. No row has more than the square has columns, nor more than
+// find room beside each other.
+std::vector<std::size_t> tile_rows(int width, const std::vector<Size>& smallest) {
+    std::size_t columns = 1;
+    while (columns * columns < smallest.size())
         ++columns;
-    const int rows = (count + columns - 1) / columns;
-    for (int row = 0; row < rows; ++row) {
-        const int in_row = std::min(columns, count - row * columns);
-        const int top = area.height * row / rows;
-        const int bottom = area.height * (row + 1) / rows;
-        for (int i = 0; i < in_row; ++i) {
-            const int left = area.width * i / in_row;
-            const int right = area.width * (i + 1) / in_row;
-            places.push_back({{left, top}, {right - left, bottom - top}, PlaceState::kNormal});
+    std::vector<std::size_t> rows;
+    int left = 0;
+    for (const Size& window : smallest) {
+        if (rows.empty() || rows.back() == columns || window.width > left) {
+            rows.push_back(0);
+            left = width;
+        }
+        ++rows.back();
+        left -= window.width;
+    }
+    return rows;
+}
+
+// Equal widths, but for windows that need more than their share.
+std::vector<int> tile_widths(int width, std::span<const Size> smallest) {
+    std::vector<int> widths(smallest.size(), 0);
+    int left = width;
+    auto open = static_cast<int>(smallest.size());
+    for (bool found = true; found && open > 0;) {
+        found = false;
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            if (widths[i] > 0 || smallest[i].width <= left / std::max(open, 1)) continue;
+            widths[i] = smallest[i].width;
+            left -= widths[i];
+            --open;
+            found = true;
+        }
+    }
+    int shared = 0;
+    for (int& own : widths) {
+        if (own > 0) continue;
+        own = left * (shared + 1) / open - left * shared / open;
+        ++shared;
+    }
+    return widths;
+}
+
+}  // namespace
+
+std::vector<WindowPlace> tile_places(Size area, const std::vector<Size>& smallest) {
+    std::vector<WindowPlace> places;
+    const std::vector<std::size_t> rows = tile_rows(area.width, smallest);
+    const auto count = static_cast<int>(rows.size());
+    for (int row = 0; row < count; ++row) {
+        const auto in_row =
+            std::span(smallest).subspan(places.size(), rows[static_cast<std::size_t>(row)]);
+        const std::vector<int> widths = tile_widths(area.width, in_row);
+        const int top = area.height * row / count;
+        const int height = area.height * (row + 1) / count - top;
+        int left = 0;
+        for (std::size_t i = 0; i < in_row.size(); ++i) {
+            const Size size{widths[i], std::max(height, in_row[i].height)};
+            const int lowest = std::max(0, area.height - size.height);
+            places.push_back({{left, std::min(top, lowest)}, size, PlaceState::kNormal});
+            left += size.width;
         }
     }
     return places;

@@ -66,8 +66,9 @@ struct WindowPlace {
 // a size no larger than the area.
 WindowPlace into_view(Size area, WindowPlace place);
 
-// Windows side by side in rows of equal height, as near to squares of windows as their number
-// allows; a row with fewer windows has wider ones. Together they fill the area.
-std::vector<WindowPlace> tile_places(Size area, int count);
+// Windows side by side in rows of equal height, as near to squares of windows as their number and
+// their smallest sizes allow; a row with fewer windows has wider ones. Together they fill the area.
+// Where it is too small for that they overlap, each with its smallest size.
+std::vector<WindowPlace> tile_places(Size area, const std::vector<Size>& smallest);
 
 }  // namespace servo::app

@@ -154,7 +154,8 @@ void WindowHost::show(const std::string& name) {
     if (window == nullptr) return;
     const bool was_open =
         on_screen(name) && !window->frame->isMinimized() && !window->frame->isHidden();
-    if (!std::exchange(window->placed, true))
+    const bool is_new = !std::exchange(window->placed, true);
+    if (is_new)
         show_first(name, *window);
     else if (!was_open)
         show_again(*window);
@@ -162,6 +163,9 @@ void WindowHost::show(const std::string& name) {
     if (!on_screen(name)) open_.push_back(name);
     window->frame->raise();
     area_->setActiveSubWindow(window->frame);
+    // The toolkit would begin with the first control, such as the row of tabs.
+    if (is_new && window->content->focusProxy() != nullptr && area_->isActiveWindow())
+        window->content->setFocus(Qt::OtherFocusReason);
     tell();
 }
 
@@ -170,8 +174,20 @@ void WindowHost::hide(const std::string& name) {
     if (found == made_.end()) return;
     if (on_screen(name)) found->second.hint = found->second.content->sizeHint();
     std::erase(open_, name);
-    found->second.frame->hide();
+    ChildWindow* frame = found->second.frame;
+    const bool was_active = area_->currentSubWindow() == frame;
+    frame->hide();
+    if (was_active) activate_last();
     tell();
+}
+
+// The toolkit leaves the keyboard nowhere when the active window is hidden, not closed.
+void WindowHost::activate_last() {
+    const auto windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
+    const auto last = std::find_if(windows.crbegin(), windows.crend(), [](QMdiSubWindow* window) {
+        return !window->isHidden() && !window->isMinimized();
+    });
+    if (last != windows.crend()) area_->setActiveSubWindow(*last);
 }
 
 // What stands behind the windows depends on whether there are any.

@@ -97,6 +97,8 @@ class WindowHost final : public QObject {
     std::vector<Place> taken_corners(const ChildWindow& but) const;
     Size area_size() const;
     int icons_height() const;
+    void raise_dialogs();
+    void activate_last();
     void tell();
 
     QMdiArea* area_;

@@ -81,23 +81,34 @@ void WindowHost::cascade() {
         frame->put({cascade_place(area, size, count++), size, PlaceState::kNormal});
         frame->raise();
     }
-    // Dialogs lie on the pages, which would bury them.
+    raise_dialogs();
+    tell();
+}
+
+// They lie on the pages, which would bury them.
+void WindowHost::raise_dialogs() {
     for (const std::string& name : open_) {
         ChildWindow* frame = made_.at(name).frame;
         if (frame->kind() == ChildWindow::Kind::kDialog) frame->raise();
     }
-    tell();
 }
 
 void WindowHost::tile() {
     const std::vector<ChildWindow*> pages = open_pages();
     Size area = area_size();
     area.height -= icons_height();
-    const auto places = tile_places(area, static_cast<int>(pages.size()));
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        if (pages[i]->isMaximized()) pages[i]->showNormal();
-        pages[i]->put(places[i]);
+    std::vector<Size> smallest;
+    for (ChildWindow* page : pages) {
+        if (page->isMaximized()) page->showNormal();
+        const QSize size = page->minimumSizeHint();
+        smallest.push_back({size.width(), size.height()});
     }
+    const auto places = tile_places(area, smallest);
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        pages[i]->put(places[i]);
+        pages[i]->raise();  // where they overlap, their titles stay in view
+    }
+    raise_dialogs();
     tell();
 }
 

@@ -12,7 +12,13 @@
 namespace servo::app {
 
 WindowList::WindowList(ShellMenus& menus, WindowHost& host, QObject* parent)
-    : QObject(parent), menus_(menus), host_(host), view_(menus.menu(QStringLiteral("View"))) {
+    : QObject(parent),
+      menus_(menus),
+      host_(host),
+      view_(menus.menu(QStringLiteral("View"))),
+      group_(this) {
+    // One of them at the most is the active one; a box before each would promise something else.
+    group_.setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     cascade_ = add("cascadex", "cascadepic", [this] { host_.cascade(); });
     tile_ = add("tilex", "tilepic", [this] { host_.tile(); });
     view_->addSeparator();
@@ -48,6 +54,7 @@ QAction* WindowList::entry(int position) {
         refresh();  // a press on the active one has taken its mark
     });
     action->setCheckable(true);
+    group_.addAction(action);
     action->setShortcut(
         QKeySequence::fromString(to_qt(window_key(position)), QKeySequence::PortableText));
     entries_ << action;

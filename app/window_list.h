@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAction>
+#include <QActionGroup>
 #include <QList>
 #include <QObject>
 #include <functional>
@@ -42,6 +43,7 @@ class WindowList final : public QObject {
     QAction* tile_ = nullptr;
     QAction* line_ = nullptr;  // above the windows
     QList<QAction*> entries_;  // as many as were ever open at a time
+    QActionGroup group_;       // of the entries
 };
 
 }  // namespace servo::app

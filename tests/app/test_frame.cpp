@@ -310,6 +310,62 @@ TEST(Arranging, CascadeAndTileLeaveDialogsAndIconsAlone) {
     EXPECT_EQ(frame.frame("D")->geometry(), dialog);
 }
 
+TEST(Arranging, TilingMakesNoWindowSmallerThanItsContent) {
+    FrameBench frame;
+    frame.show();
+    frame.open({"A", "B", "C"});
+    frame.main.resize(500, 500);
+    QApplication::processEvents();
+    frame.item("tilex")->trigger();
+    for (const char* name : {"A", "B", "C"}) {
+        EXPECT_GE(frame.frame(name)->width(), frame.frame(name)->minimumSizeHint().width());
+        EXPECT_TRUE(frame.area->viewport()->rect().contains(frame.frame(name)->geometry()));
+    }
+}
+
+TEST(Arranging, AContentThatGrowsStaysInView) {
+    FrameBench frame;
+    frame.show();
+    frame.open({"A"});
+    ChildWindow* window = frame.frame("A");
+    const QRect area = frame.area->viewport()->rect();
+    window->move(area.width() - window->width(), 10);
+    window->widget()->setMinimumWidth(600);
+    QApplication::processEvents();
+    EXPECT_GE(window->width(), 600);
+    EXPECT_TRUE(area.contains(window->geometry()));
+}
+
+TEST(Windows, AClosedOneHandsTheKeyboardToTheOneBeforeIt) {
+    FrameBench frame;
+    frame.show();
+    frame.open({"A", "B", "C", "D"});
+    frame.host->activate("B");
+    frame.host->activate("C");
+    frame.frame("B")->showMinimized();
+    frame.host->activate("C");
+    frame.host->hide("C");
+    EXPECT_EQ(frame.active(), "D") << "not the icon";
+    frame.host->hide("A");
+    EXPECT_EQ(frame.active(), "D") << "it was not the active one that went";
+    EXPECT_TRUE(frame.host->widget("D")->hasFocus());
+}
+
+TEST(Windows, TheListMarksOneWindowAndHasNoBoxes) {
+    FrameBench frame;
+    frame.show();
+    frame.open({"A", "B"});
+    for (const char* item : {"windowx(0)", "windowx(1)"}) {
+        QActionGroup* group = frame.item(item)->actionGroup();
+        ASSERT_NE(group, nullptr);
+        EXPECT_TRUE(group->isExclusive());
+    }
+    EXPECT_FALSE(frame.item("windowx(0)")->isChecked());
+    EXPECT_TRUE(frame.item("windowx(1)")->isChecked());
+    frame.item("windowx(1)")->trigger();
+    EXPECT_TRUE(frame.item("windowx(1)")->isChecked());
+}
+
 TEST(DeskKeeper, KeepsTheMainWindowAndItsWindowsForTheNextRun) {
     test::TemporaryFolder folder;
     std::filesystem::create_directory(folder.path() / "sys");

@@ -101,7 +101,7 @@ TEST(RememberedPlace, IsNoLargerThanTheFrame) {
 TEST(Tiles, FillTheAreaWithoutOverlap) {
     const Size area{1000, 701};
     for (int count = 1; count <= 12; ++count) {
-        const auto tiles = tile_places(area, count);
+        const auto tiles = tile_places(area, std::vector<Size>(static_cast<std::size_t>(count)));
         ASSERT_EQ(tiles.size(), static_cast<std::size_t>(count));
         int covered = 0;
         for (const WindowPlace& tile : tiles) {
@@ -111,13 +111,42 @@ TEST(Tiles, FillTheAreaWithoutOverlap) {
         }
         EXPECT_EQ(covered, area.width * area.height) << count;
     }
-    EXPECT_TRUE(tile_places(area, 0).empty());
+    EXPECT_TRUE(tile_places(area, {}).empty());
 }
 
 TEST(Tiles, ARowWithFewerWindowsHasWiderOnes) {
-    EXPECT_EQ(tile_places({900, 600}, 3),
+    EXPECT_EQ(tile_places({900, 600}, std::vector<Size>(3)),
               (std::vector<WindowPlace>{
                   {{0, 0}, {450, 300}}, {{450, 0}, {450, 300}}, {{0, 300}, {900, 300}}}));
+}
+
+TEST(Tiles, NoWindowIsNarrowerThanItsSmallestSize) {
+    const Size page{620, 150};
+    const Size browser{820, 300};
+    const auto tiles = tile_places({1280, 709}, {page, page, page, browser, page});
+    EXPECT_EQ(tiles, (std::vector<WindowPlace>{{{0, 0}, {640, 177}},
+                                               {{640, 0}, {640, 177}},
+                                               {{0, 177}, {1280, 177}},
+                                               {{0, 354}, {1280, 300}},
+                                               {{0, 531}, {1280, 178}}}));
+    // One that needs more than its share leaves the rest to the others.
+    const auto uneven = tile_places({1280, 709}, {browser, {300, 100}, page, page});
+    EXPECT_EQ(uneven.at(0).size.width, 820);
+    EXPECT_EQ(uneven.at(1).corner.x, 820);
+    EXPECT_EQ(uneven.at(1).size.width, 460);
+}
+
+TEST(Tiles, WindowsThatFindNoRoomOverlapAndStayInView) {
+    const auto tiles = tile_places({500, 300}, std::vector<Size>(4, Size{400, 120}));
+    ASSERT_EQ(tiles.size(), 4U);
+    for (const WindowPlace& tile : tiles) {
+        EXPECT_EQ(tile.size, (Size{500, 120}));
+        EXPECT_LE(tile.corner.y + tile.size.height, 300);
+    }
+    EXPECT_EQ(tiles.at(1).corner, (Place{0, 75}));
+    // Wider than the area: its left edge with the title is what can be seen.
+    EXPECT_EQ(tile_places({500, 300}, {{800, 100}}).front().corner, (Place{0, 0}));
+    EXPECT_EQ(tile_places({500, 300}, {{800, 100}}).front().size.width, 800);
 }
 
 }  // namespace
