@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <span>
+#include <numeric>
 
 namespace servo::app {
 
@@ -136,48 +136,68 @@ std::vector<std::size_t> tile_rows(int width, const std::vector<Size>& smallest)
     return rows;
 }
 
-// Equal widths, but for windows that need more than their share.
-std::vector<int> tile_widths(int width, std::span<const Size> smallest) {
-    std::vector<int> widths(smallest.size(), 0);
-    int left = width;
+// Equal parts, but for those that need more than their share.
+std::vector<int> shares(int whole, const std::vector<int>& smallest) {
+    std::vector<int> parts(smallest.size(), 0);
+    int left = whole;
     auto open = static_cast<int>(smallest.size());
     for (bool found = true; found && open > 0;) {
         found = false;
-        for (std::size_t i = 0; i < widths.size(); ++i) {
-            if (widths[i] > 0 || smallest[i].width <= left / std::max(open, 1)) continue;
-            widths[i] = smallest[i].width;
-            left -= widths[i];
+        for (std::size_t i = 0; i < parts.size() && open > 0; ++i) {
+            if (parts[i] > 0 || smallest[i] <= left / open) continue;
+            parts[i] = smallest[i];
+            left -= parts[i];
             --open;
             found = true;
         }
     }
     int shared = 0;
-    for (int& own : widths) {
-        if (own > 0) continue;
-        own = left * (shared + 1) / open - left * shared / open;
+    for (int& part : parts) {
+        if (part > 0) continue;
+        part = left * (shared + 1) / open - left * shared / open;
         ++shared;
     }
-    return widths;
+    return parts;
+}
+
+// Rows that need more than there is overlap, each title in view as long as possible.
+std::vector<int> row_tops(int whole, const std::vector<int>& heights) {
+    std::vector<int> tops;
+    const int sum = std::accumulate(heights.begin(), heights.end(), 0);
+    const int room = std::max(0, whole - std::ranges::max(heights));
+    const auto steps = std::max(1, static_cast<int>(heights.size()) - 1);
+    int top = 0;
+    for (const int height : heights) {
+        const auto row = static_cast<int>(tops.size());
+        tops.push_back(sum > whole ? room * row / steps : top);
+        top += height;
+    }
+    return tops;
 }
 
 }  // namespace
 
 std::vector<WindowPlace> tile_places(Size area, const std::vector<Size>& smallest) {
     std::vector<WindowPlace> places;
+    if (smallest.empty()) return places;
     const std::vector<std::size_t> rows = tile_rows(area.width, smallest);
-    const auto count = static_cast<int>(rows.size());
-    for (int row = 0; row < count; ++row) {
-        const auto in_row =
-            std::span(smallest).subspan(places.size(), rows[static_cast<std::size_t>(row)]);
-        const std::vector<int> widths = tile_widths(area.width, in_row);
-        const int top = area.height * row / count;
-        const int height = area.height * (row + 1) / count - top;
+    std::vector<int> heights;
+    auto next = smallest.begin();
+    for (const std::size_t count : rows) {
+        const auto row = std::ranges::subrange(next, next + static_cast<std::ptrdiff_t>(count));
+        heights.push_back(std::ranges::max_element(row, {}, &Size::height)->height);
+        next = row.end();
+    }
+    heights = shares(area.height, heights);
+    const std::vector<int> tops = row_tops(area.height, heights);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        std::vector<int> widths;
+        for (std::size_t i = 0; i < rows[row]; ++i)
+            widths.push_back(smallest[places.size() + i].width);
         int left = 0;
-        for (std::size_t i = 0; i < in_row.size(); ++i) {
-            const Size size{widths[i], std::max(height, in_row[i].height)};
-            const int lowest = std::max(0, area.height - size.height);
-            places.push_back({{left, std::min(top, lowest)}, size, PlaceState::kNormal});
-            left += size.width;
+        for (const int width : shares(area.width, widths)) {
+            places.push_back({{left, tops[row]}, {width, heights[row]}, PlaceState::kNormal});
+            left += width;
         }
     }
     return places;

@@ -120,33 +120,30 @@ TEST(Tiles, ARowWithFewerWindowsHasWiderOnes) {
                   {{0, 0}, {450, 300}}, {{450, 0}, {450, 300}}, {{0, 300}, {900, 300}}}));
 }
 
-TEST(Tiles, NoWindowIsNarrowerThanItsSmallestSize) {
+TEST(Tiles, NoWindowIsSmallerThanItsSmallestSize) {
     const Size page{620, 150};
     const Size browser{820, 300};
-    const auto tiles = tile_places({1280, 709}, {page, page, page, browser, page});
-    EXPECT_EQ(tiles, (std::vector<WindowPlace>{{{0, 0}, {640, 177}},
-                                               {{640, 0}, {640, 177}},
-                                               {{0, 177}, {1280, 177}},
-                                               {{0, 354}, {1280, 300}},
-                                               {{0, 531}, {1280, 178}}}));
+    const auto tiles = tile_places({1280, 810}, {page, page, page, browser, page});
+    EXPECT_EQ(tiles, (std::vector<WindowPlace>{{{0, 0}, {640, 170}},
+                                               {{640, 0}, {640, 170}},
+                                               {{0, 170}, {1280, 170}},
+                                               {{0, 340}, {1280, 300}},
+                                               {{0, 640}, {1280, 170}}}));
     // One that needs more than its share leaves the rest to the others.
     const auto uneven = tile_places({1280, 709}, {browser, {300, 100}, page, page});
-    EXPECT_EQ(uneven.at(0).size.width, 820);
-    EXPECT_EQ(uneven.at(1).corner.x, 820);
-    EXPECT_EQ(uneven.at(1).size.width, 460);
+    EXPECT_EQ(uneven.at(0), (WindowPlace{{0, 0}, {820, 354}}));
+    EXPECT_EQ(uneven.at(1), (WindowPlace{{820, 0}, {460, 354}}));
 }
 
-TEST(Tiles, WindowsThatFindNoRoomOverlapAndStayInView) {
+TEST(Tiles, WindowsThatFindNoRoomOverlapWithEachTitleInView) {
     const auto tiles = tile_places({500, 300}, std::vector<Size>(4, Size{400, 120}));
-    ASSERT_EQ(tiles.size(), 4U);
-    for (const WindowPlace& tile : tiles) {
-        EXPECT_EQ(tile.size, (Size{500, 120}));
-        EXPECT_LE(tile.corner.y + tile.size.height, 300);
-    }
-    EXPECT_EQ(tiles.at(1).corner, (Place{0, 75}));
-    // Wider than the area: its left edge with the title is what can be seen.
-    EXPECT_EQ(tile_places({500, 300}, {{800, 100}}).front().corner, (Place{0, 0}));
-    EXPECT_EQ(tile_places({500, 300}, {{800, 100}}).front().size.width, 800);
+    EXPECT_EQ(tiles, (std::vector<WindowPlace>{{{0, 0}, {500, 120}},
+                                               {{0, 60}, {500, 120}},
+                                               {{0, 120}, {500, 120}},
+                                               {{0, 180}, {500, 120}}}));
+    // Larger than the area: its left upper corner with the title is what can be seen.
+    EXPECT_EQ(tile_places({500, 300}, {{800, 400}}),
+              (std::vector<WindowPlace>{{{0, 0}, {800, 400}}}));
 }
 
 }  // namespace
