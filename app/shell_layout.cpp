@@ -160,17 +160,20 @@ std::vector<int> shares(int whole, const std::vector<int>& smallest) {
     return parts;
 }
 
-// Rows that need more than there is overlap, each title in view as long as possible.
+// Rows that need more than there is overlap in even steps, as wide as keep all of them in view.
 std::vector<int> row_tops(int whole, const std::vector<int>& heights) {
+    const auto last = static_cast<int>(heights.size()) - 1;
+    const bool fits = std::accumulate(heights.begin(), heights.end(), 0) <= whole;
+    int room = whole;
+    for (int row = 1; row <= last; ++row) {
+        const int spare = std::max(0, whole - heights[static_cast<std::size_t>(row)]);
+        room = std::min(room, spare * last / row);
+    }
     std::vector<int> tops;
-    const int sum = std::accumulate(heights.begin(), heights.end(), 0);
-    const int room = std::max(0, whole - std::ranges::max(heights));
-    const auto steps = std::max(1, static_cast<int>(heights.size()) - 1);
     int top = 0;
-    for (const int height : heights) {
-        const auto row = static_cast<int>(tops.size());
-        tops.push_back(sum > whole ? room * row / steps : top);
-        top += height;
+    for (int row = 0; row <= last; ++row) {
+        tops.push_back(fits ? top : room * row / std::max(last, 1));
+        top += heights[static_cast<std::size_t>(row)];
     }
     return tops;
 }

@@ -141,6 +141,10 @@ TEST(Tiles, WindowsThatFindNoRoomOverlapWithEachTitleInView) {
                                                {{0, 60}, {500, 120}},
                                                {{0, 120}, {500, 120}},
                                                {{0, 180}, {500, 120}}}));
+    // A high one in the middle takes no room from those below it.
+    const auto uneven = tile_places({500, 400}, {{400, 120}, {400, 200}, {400, 120}, {400, 120}});
+    EXPECT_EQ(uneven.at(1).corner.y, 93);
+    EXPECT_EQ(uneven.at(3), (WindowPlace{{0, 280}, {500, 120}}));
     // Larger than the area: its left upper corner with the title is what can be seen.
     EXPECT_EQ(tile_places({500, 300}, {{800, 400}}),
               (std::vector<WindowPlace>{{{0, 0}, {800, 400}}}));
