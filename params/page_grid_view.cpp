@@ -48,6 +48,7 @@ PageGridView::PageGridView(PageGrid& grid, QWidget* parent, const QString& suffi
     });
     grid_.set_observer(this);
     table_.show_current();
+    name_controls();
 }
 
 PageGridView::~PageGridView() {
@@ -111,6 +112,24 @@ void PageGridView::paintEvent(QPaintEvent*) {
     painter.drawRect(table_.geometry().adjusted(-kFrame, -kFrame, 0, 0));
 }
 
+// What a screen reader says. An editor that is open is called after its object.
+void PageGridView::name_controls() {
+    const base::Language language = grid_.language();
+    table_.setAccessibleName(shown_text(base::Text{"参数表", "Parameters"}.in(language)));
+    textbox1_.setAccessibleName(shown_text(base::Text{"数值", "Value"}.in(language)));
+    Combobox1_.setAccessibleName(shown_text(base::Text{"选择", "Choice"}.in(language)));
+}
+
+void PageGridView::name_editor(QWidget& editor, const EditorState& state) {
+    const std::string name(grid_.cell(state.row, kName));
+    editor.setAccessibleName(shown_text(name + ", " + std::string(grid_.cell(0, state.column))));
+}
+
+void PageGridView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) name_controls();
+}
+
 void PageGridView::rows_reset() {
     model_.rows_reset();
     place_table();
@@ -147,6 +166,7 @@ void PageGridView::editor_changed() {
 }
 
 void PageGridView::show_text_box(const EditorState& state, const QRect& cell) {
+    name_editor(textbox1_, state);
     textbox1_.setText(shown_text(state.text));
     textbox1_.setGeometry(cell);
     textbox1_.show();
@@ -163,6 +183,7 @@ void PageGridView::show_list_box(const EditorState& state, const QRect& cell) {
             Combobox1_.addItem(shown_text(item));
         Combobox1_.setCurrentIndex(state.selected);
     }
+    name_editor(Combobox1_, state);
     Combobox1_.setGeometry(cell);
     Combobox1_.show();
     Combobox1_.setFocus(Qt::OtherFocusReason);

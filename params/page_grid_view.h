@@ -38,6 +38,7 @@ class PageGridView final : public QWidget, private GridObserver {
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void rows_reset() override;
@@ -47,6 +48,8 @@ class PageGridView final : public QWidget, private GridObserver {
 
     void place_table();
     void connect_editors();
+    void name_controls();
+    void name_editor(QWidget& editor, const EditorState& state);
     void show_text_box(const EditorState& state, const QRect& cell);
     void show_list_box(const EditorState& state, const QRect& cell);
     void put_away(QWidget& editor);
