@@ -30,10 +30,11 @@ bool went_back(const link::LinkCounters& before, const link::LinkCounters& now) 
 
 }  // namespace
 
-LinkPlace link_place(const link::Communication& communication) {
+LinkPlace link_place(const link::Communication& communication, std::string_view link_picture) {
     const link::CommunicationState& state = communication.state();
     LinkPlace place;
     place.open = communication.link_open();
+    place.lost = !place.open && link_picture == link::kCommerrorpic;
     const auto port = static_cast<std::size_t>(state.Combo1_index);
     if (state.Combo1_index >= 0 && port < state.Combo1.size()) place.port = state.Combo1[port].text;
     const auto baud = static_cast<std::size_t>(state.Combo2_index);
@@ -60,6 +61,7 @@ void LinkMeter::take(microseconds now, const link::LinkCounters& counters, const
     if (!place.open) {
         samples_.clear();
         figures_ = {};
+        figures_.condition = place.lost ? LinkCondition::kLost : LinkCondition::kClosed;
         figures_.place = place;
         figures_.misses = counters.misses;
         return;

@@ -18,6 +18,7 @@ enum class LinkCondition : std::uint8_t {
     kWaiting,    // just opened, nothing has come yet
     kAnswering,  // the drive has been heard within the last second
     kSilent,     // open, and not heard for longer
+    kLost,       // closed because the drive was silent for too long
 };
 
 // Where the line goes, as the communication dialog has it.
@@ -25,10 +26,13 @@ struct LinkPlace {
     bool open = false;
     std::string port;  // text of the port list, empty when none is chosen
     int baud = 0;  // bits per second; 0 when the line has no such rate, and then there is no load
+    bool lost = false;  // closed by the time-out of the link; until it is opened again
     bool operator==(const LinkPlace&) const = default;
 };
 
-LinkPlace link_place(const link::Communication& communication);
+// `link_picture` is the name of the picture on the toolbar's button, which tells a lost link from a
+// closed one.
+LinkPlace link_place(const link::Communication& communication, std::string_view link_picture = {});
 
 // Rates are 0 while the link is closed and until there are two samples.
 struct LinkFigures {

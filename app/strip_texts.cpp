@@ -15,6 +15,7 @@ constexpr Text kClosedText{"未连接", "Not connected"};
 constexpr Text kWaitingText{"等待应答", "Waiting for the drive"};
 constexpr Text kAnsweringText{"已连接", "Connected"};
 constexpr Text kSilentText{"驱动器无应答", "The drive is silent"};
+constexpr Text kLostText{"通信中断", "Link lost"};
 
 constexpr Text kObjects{" 对象/秒", " objects/s"};
 constexpr Text kMisses{"丢失 ", "Misses "};
@@ -38,6 +39,8 @@ Text state_text(LinkCondition condition) {
             return kAnsweringText;
         case LinkCondition::kSilent:
             return kSilentText;
+        case LinkCondition::kLost:
+            return kLostText;
     }
     return kClosedText;
 }
@@ -52,6 +55,8 @@ std::string_view state_picture_name(LinkCondition condition) {
             return "link_answering";
         case LinkCondition::kSilent:
             return "link_silent";
+        case LinkCondition::kLost:
+            return "link_lost";
     }
     return "link_closed";
 }
@@ -66,7 +71,8 @@ std::string joined(std::string_view a, std::string_view b, std::string_view c = 
 }  // namespace
 
 StripTexts strip_texts(const LinkFigures& figures, Language language) {
-    const bool open = figures.condition != LinkCondition::kClosed;
+    const bool open =
+        figures.condition != LinkCondition::kClosed && figures.condition != LinkCondition::kLost;
     const auto number = [open](double value, double most) {
         return open ? base::format_whole(std::min(value, most)) : std::string(kNoFigure);
     };
@@ -89,8 +95,9 @@ StripTexts strip_texts(const LinkFigures& figures, Language language) {
 
 std::vector<StripTexts> widest_strip_texts(Language language) {
     std::vector<StripTexts> all;
-    for (const auto condition : {LinkCondition::kClosed, LinkCondition::kWaiting,
-                                 LinkCondition::kAnswering, LinkCondition::kSilent}) {
+    for (const auto condition :
+         {LinkCondition::kClosed, LinkCondition::kLost, LinkCondition::kWaiting,
+          LinkCondition::kAnswering, LinkCondition::kSilent}) {
         LinkFigures figures;
         figures.condition = condition;
         figures.place = {true, "COM888", 888888};

@@ -43,6 +43,20 @@ TEST(LinkMeter, AClosedLinkHasNoRates) {
     EXPECT_EQ(line.figures().place.port, "COM3");
 }
 
+TEST(LinkMeter, ALostLinkIsNoClosedOneUntilItIsOpenAgain) {
+    Line line;
+    line.quarter(40, 40);
+    line.place.open = false;
+    line.place.lost = true;
+    line.quarter(0, 0);
+    EXPECT_EQ(line.figures().condition, LinkCondition::kLost);
+    EXPECT_EQ(line.figures().objects_per_second, 0);
+    line.place.open = true;
+    line.place.lost = false;
+    line.quarter(40, 40);
+    EXPECT_EQ(line.figures().condition, LinkCondition::kWaiting);
+}
+
 TEST(LinkMeter, CountsObjectsMissesAndLoadOfASecond) {
     Line line;
     line.take();
@@ -171,6 +185,10 @@ TEST(StripTexts, TellEachStateInBothLanguages) {
     EXPECT_EQ(strip_texts(figures, Language::kEnglish).misses, "Misses –");
     EXPECT_EQ(strip_texts(figures, Language::kEnglish).load, "Load – %");
     EXPECT_EQ(strip_texts(figures, Language::kEnglish).port, "COM3  38400");
+    figures.condition = LinkCondition::kLost;
+    EXPECT_EQ(strip_texts(figures, Language::kEnglish).state, "Link lost");
+    EXPECT_EQ(strip_texts(figures, Language::kChinese).state, "通信中断");
+    EXPECT_EQ(strip_texts(figures, Language::kEnglish).misses, "Misses –");
     figures.condition = LinkCondition::kSilent;
     EXPECT_EQ(strip_texts(figures, Language::kEnglish).state, "The drive is silent");
     figures.condition = LinkCondition::kAnswering;
@@ -193,8 +211,8 @@ TEST(StripTexts, EveryStateHasAPictureOfItsOwn) {
     std::vector<std::string> pictures;
     for (const StripTexts& texts : widest_strip_texts(Language::kEnglish))
         pictures.push_back(texts.picture);
-    EXPECT_EQ(pictures, (std::vector<std::string>{"link_closed", "link_waiting", "link_answering",
-                                                  "link_silent"}));
+    EXPECT_EQ(pictures, (std::vector<std::string>{"link_closed", "link_lost", "link_waiting",
+                                                  "link_answering", "link_silent"}));
 }
 
 TEST(StripTexts, NoFigureIsLongerThanItsCell) {
