@@ -1,9 +1,11 @@
 #include "app/child_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMenu>
+#include <QPushButton>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -71,7 +73,22 @@ void ChildWindow::keyPressEvent(QKeyEvent* event) {
         Q_EMIT close_asked();
         return;
     }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (QPushButton* button = enter ? entered_button() : nullptr; button != nullptr) {
+        if (!event->isAutoRepeat()) button->click();
+        return;
+    }
     QMdiSubWindow::keyPressEvent(event);
+}
+
+// The toolkit gives Enter to buttons in dialogs of their own only. What a control had a use for
+// does not come here.
+QPushButton* ChildWindow::entered_button() const {
+    auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
+    if (focused != nullptr && isAncestorOf(focused)) return focused;
+    for (QPushButton* button : widget()->findChildren<QPushButton*>())
+        if (button->isDefault() && button->isVisible() && button->isEnabled()) return button;
+    return nullptr;
 }
 
 void ChildWindow::moveEvent(QMoveEvent* event) {

@@ -8,6 +8,8 @@
 #include "app/shell_layout.h"
 #include "base/language.h"
 
+class QPushButton;
+
 namespace servo::app {
 
 class ChildWindow final : public QMdiSubWindow {
@@ -43,6 +45,8 @@ class ChildWindow final : public QMdiSubWindow {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    // What Enter presses: the button with the focus, else the default one of the content.
+    QPushButton* entered_button() const;
     void keep_geometry();
     void prepare_menu();
 

@@ -86,6 +86,7 @@ QWidget* Form1Window::make_serial_tab() {
     Text1_ = named("Text1", new QLineEdit);
     Text1_->setMaxLength(3);
     Command1_ = named("Command1", new QPushButton);
+    Command1_->setDefault(true);
     Command2_ = named("Command2", new QPushButton);
     port_label_ = caption_of("LabelA", Combo1_);
     baud_label_ = caption_of("LabelB", Combo2_);

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTabWidget>
 
 #include "app/style.h"
@@ -100,6 +101,32 @@ TEST(Form1, EscHidesIt) {
     shell.menu("Communication_Settings");
     QTest::keyClick(shell.control<QLineEdit>("Form1", "Text1"), Qt::Key_Escape);
     EXPECT_FALSE(shell.window("Form1").visible());
+}
+
+TEST(Form1, EnterInAFieldOpensTheLink) {
+    for (const char* name : {"Text1", "Combo2"}) {
+        ShownShell shell;
+        ASSERT_TRUE(shell.start());
+        shell.menu("Communication_Settings");
+        auto* field = shell.control<QWidget>("Form1", name);
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_Return);
+        EXPECT_TRUE(shell.port.is_open()) << name;
+    }
+}
+
+TEST(Form1, EnterPressesTheButtonWithTheFocus) {
+    ShownShell shell;
+    ASSERT_TRUE(shell.start());
+    shell.menu("Communication_Settings");
+    shell.form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&shell.form));
+    auto* refresh = shell.control<QPushButton>("Form1", "Command2");
+    refresh->setFocus();
+    QSignalSpy pressed(refresh, &QPushButton::clicked);
+    QTest::keyClick(refresh, Qt::Key_Enter);
+    EXPECT_EQ(pressed.count(), 1);
+    EXPECT_FALSE(shell.port.is_open());
 }
 
 TEST(Form1, OpensAndClosesTheLink) {
