@@ -185,11 +185,12 @@ std::vector<WindowPlace> tile_places(Size area, const std::vector<Size>& smalles
     if (smallest.empty()) return places;
     const std::vector<std::size_t> rows = tile_rows(area.width, smallest);
     std::vector<int> heights;
-    auto next = smallest.begin();
+    std::size_t next = 0;
     for (const std::size_t count : rows) {
-        const auto row = std::ranges::subrange(next, next + static_cast<std::ptrdiff_t>(count));
-        heights.push_back(std::ranges::max_element(row, {}, &Size::height)->height);
-        next = row.end();
+        int height = 0;
+        for (const std::size_t end = next + count; next < end; ++next)
+            height = std::max(height, smallest[next].height);
+        heights.push_back(height);
     }
     heights = shares(area.height, heights);
     const std::vector<int> tops = row_tops(area.height, heights);
