@@ -225,10 +225,10 @@ TEST(Palette, TextHasEnoughContrastOnItsGround) {
 
 TEST(FramePictures, EveryNewOneIsThere) {
     for (const char* name :
-         {"pagepic",        "dialogpic",  "dictionarypic", "listpic",     "motorpic",
-          "settingspic",    "tunerpic",   "faultpic",      "historypic",  "storepic",
-          "firmwarepic",    "configpic",  "wizardpic",     "keyspic",     "quitpic",
-          "aboutpic",       "cascadepic", "tilepic",       "link_closed", "link_waiting",
+         {"pagepic",        "dialogpic",   "dictionarypic", "listpic",     "motorpic",
+          "settingspic",    "tunerpic",    "faultpic",      "historypic",  "storepic",
+          "firmwarepic",    "configpic",   "wizardpic",     "keyspic",     "quitpic",
+          "aboutpic",       "cascadepic",  "tilepic",       "link_closed", "link_waiting",
           "link_answering", "link_silent", "link_lost"})
         for (const int size : {16, 24, 32, 48}) {
             const QImage image = picture(QLatin1String(name)).pixmap(size, size).toImage();
