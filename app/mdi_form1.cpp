@@ -104,8 +104,9 @@ void MDIForm1::connect_link() {
 }
 
 void MDIForm1::show_figures() {
-    meter_.take(workstation_.clock.now(), workstation_.engine.counters,
-                link_place(workstation_.communication));
+    const link::Engine& engine = workstation_.engine;
+    meter_.take(workstation_.clock.now(), engine.counters,
+                link_place(workstation_.communication, engine.pictures.button4()));
     strip_->show_figures(meter_.figures());
 }
 

@@ -41,8 +41,8 @@ void name(QLabel& label, std::string_view text) {
 
 StatusStrip::StatusStrip(QWidget* parent) : QStatusBar(parent) {
     setObjectName(QStringLiteral("StatusBar1"));
-    auto* cells = new QWidget(this);
-    auto* row = new QHBoxLayout(cells);
+    cells_ = new QWidget(this);
+    auto* row = new QHBoxLayout(cells_);
     row->setContentsMargins(kGap, kBarMargin, kGap, kBarMargin);
     row->setSpacing(kGap);
     picture_ = add_cell(*row, "StatusPicture", Qt::AlignCenter);
@@ -50,7 +50,7 @@ StatusStrip::StatusStrip(QWidget* parent) : QStatusBar(parent) {
     state_ = add_cell(*row, "StatusState", Qt::AlignLeft);
     add_line(*row);
     port_ = add_cell(*row, "StatusPort", Qt::AlignLeft);
-    add_line(*row);
+    port_line_ = add_line(*row);
     hint_ = add_cell(*row, "StatusHint", Qt::AlignLeft);
     // A long hint must not widen the main window.
     hint_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -60,7 +60,8 @@ StatusStrip::StatusStrip(QWidget* parent) : QStatusBar(parent) {
     misses_ = add_cell(*row, "StatusMisses", Qt::AlignRight);
     add_line(*row);
     load_ = add_cell(*row, "StatusLoad", Qt::AlignRight);
-    addPermanentWidget(cells, 1);
+    addPermanentWidget(cells_, 1);
+    setMinimumWidth(1);  // the bar gives way, and does not hold up the main window
     hint_->installEventFilter(this);
     connect(this, &QStatusBar::messageChanged, this, &StatusStrip::show_hint);
     apply_language(language_);
@@ -76,7 +77,7 @@ QLabel* StatusStrip::add_cell(QHBoxLayout& row, const char* cell_name, Qt::Align
     return label;
 }
 
-void StatusStrip::add_line(QHBoxLayout& row) {
+QFrame* StatusStrip::add_line(QHBoxLayout& row) {
     auto* line = new QFrame(this);
     line->setFixedWidth(1);
     line->setAutoFillBackground(true);
@@ -84,6 +85,7 @@ void StatusStrip::add_line(QHBoxLayout& row) {
     colours.setColor(QPalette::Window, palette::kDivider);
     line->setPalette(colours);
     row.addWidget(line);
+    return line;
 }
 
 void StatusStrip::apply_language(base::Language language) {
@@ -116,6 +118,21 @@ void StatusStrip::fit_cells() {
     fit(*objects_, widest, &StripTexts::objects);
     fit(*misses_, widest, &StripTexts::misses);
     fit(*load_, widest, &StripTexts::load);
+    fit_room();
+}
+
+// In a narrow window the port goes first: the dialog and the tool know it too.
+void StatusStrip::fit_room() {
+    port_->show();
+    port_line_->show();
+    const bool room = cells_->minimumSizeHint().width() <= width();
+    port_->setVisible(room);
+    port_line_->setVisible(room);
+}
+
+void StatusStrip::resizeEvent(QResizeEvent* event) {
+    QStatusBar::resizeEvent(event);
+    fit_room();
 }
 
 void StatusStrip::show_figures(const LinkFigures& figures) {

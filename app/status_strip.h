@@ -7,6 +7,7 @@
 
 #include "app/strip_texts.h"
 
+class QFrame;
 class QHBoxLayout;
 class QLabel;
 
@@ -23,17 +24,21 @@ class StatusStrip final : public QStatusBar {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QLabel* add_cell(QHBoxLayout& row, const char* name, Qt::Alignment alignment);
-    void add_line(QHBoxLayout& row);
+    QFrame* add_line(QHBoxLayout& row);
     void fit_cells();
+    void fit_room();
     void show_hint(const QString& hint);
     void show_texts();
 
+    QWidget* cells_ = nullptr;
     QLabel* picture_ = nullptr;  // the state, by shape
     QLabel* state_ = nullptr;
     QLabel* port_ = nullptr;
+    QFrame* port_line_ = nullptr;  // behind it
     QLabel* hint_ = nullptr;
     QLabel* objects_ = nullptr;
     QLabel* misses_ = nullptr;

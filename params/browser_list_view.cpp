@@ -3,10 +3,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
-#include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
-#include <utility>
 
 #include "params/browser_paint_view.h"
 #include "params/grid_model_view.h"
@@ -56,43 +54,17 @@ void BrowserListModel::list_changed() {
 }
 
 BrowserTable::BrowserTable(ObjectBrowser& browser, QWidget* parent)
-    : QTableView(parent), browser_(browser), model_(browser, this) {
+    : RowTable(parent), browser_(browser), model_(browser, this) {
     setObjectName(QStringLiteral("MSHFlexGrid2"));
     setItemDelegate(new BrowserListDelegate(this));
     setHorizontalHeader(new BrowserListHeader(this));
     setModel(&model_);
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    setShowGrid(false);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setTabKeyNavigation(false);  // Tab leaves the list
-    setWordWrap(false);
-    setCornerButtonEnabled(false);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the widths are parts of the whole
-    setFocusPolicy(Qt::StrongFocus);
-    fit_rows_to_font();
-    watch_scroll_bar();
+    connect(this, &RowTable::scrolled_by_user, this,
+            [this](int top_row) { browser_.scrolled_to(top_row); });
     list_changed();
-}
-
-void BrowserTable::watch_scroll_bar() {
-    // An action comes before each change that the user makes; the view's own changes have none. At
-    // the end of the list an action changes nothing.
-    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] {
-        user_scrolls_ = verticalScrollBar()->sliderPosition() != verticalScrollBar()->value();
-    });
-    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
-        if (std::exchange(user_scrolls_, false)) browser_.scrolled_to(rowAt(0) + 1);
-    });
-}
-
-void BrowserTable::fit_rows_to_font() {
-    const int height = grid_row_height(fontMetrics());
-    verticalHeader()->setMinimumSectionSize(height);
-    verticalHeader()->setDefaultSectionSize(height);
 }
 
 void BrowserTable::set_widths() {
@@ -117,7 +89,7 @@ void BrowserTable::show_selection(bool to_top) {
     }
     selectionModel()->setCurrentIndex(
         cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    user_scrolls_ = false;
+    scrolls_itself();
     top_wanted_ = to_top && !isVisible();
     scrollTo(cell, to_top ? PositionAtTop : EnsureVisible);
 }
@@ -176,29 +148,9 @@ void BrowserTable::keyPressEvent(QKeyEvent* event) {
 }
 
 bool BrowserTable::move_key(int key) {
-    const int page = std::max(1, viewport()->height() / verticalHeader()->defaultSectionSize());
-    switch (key) {
-        case Qt::Key_Up:
-            browser_.move_selection(-1);
-            return true;
-        case Qt::Key_Down:
-            browser_.move_selection(1);
-            return true;
-        case Qt::Key_PageUp:
-            browser_.move_selection(-page);
-            return true;
-        case Qt::Key_PageDown:
-            browser_.move_selection(page);
-            return true;
-        case Qt::Key_Home:
-            browser_.move_selection(-browser_.list_rows());
-            return true;
-        case Qt::Key_End:
-            browser_.move_selection(browser_.list_rows());
-            return true;
-        default:
-            return false;
-    }
+    const auto rows = row_step(key, browser_.list_rows());
+    if (rows) browser_.move_selection(*rows);
+    return rows.has_value();
 }
 
 void BrowserTable::copy_selected() const {
@@ -216,28 +168,23 @@ void BrowserTable::wheelEvent(QWheelEvent* event) {
 }
 
 void BrowserTable::resizeEvent(QResizeEvent* event) {
-    QTableView::resizeEvent(event);
+    RowTable::resizeEvent(event);
     set_widths();
 }
 
 void BrowserTable::showEvent(QShowEvent* event) {
-    QTableView::showEvent(event);
+    RowTable::showEvent(event);
     if (top_wanted_) show_selection(true);
-}
-
-void BrowserTable::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange) fit_rows_to_font();
 }
 
 // The selected row is painted by whether the keyboard is here.
 void BrowserTable::focusInEvent(QFocusEvent* event) {
-    QTableView::focusInEvent(event);
+    RowTable::focusInEvent(event);
     viewport()->update();
 }
 
 void BrowserTable::focusOutEvent(QFocusEvent* event) {
-    QTableView::focusOutEvent(event);
+    RowTable::focusOutEvent(event);
     viewport()->update();
 }
 

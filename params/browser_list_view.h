@@ -3,9 +3,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QTableView>
 
 #include "params/object_browser.h"
+#include "params/row_table_view.h"
 
 namespace servo::params {
 
@@ -30,7 +30,7 @@ class BrowserListModel final : public QAbstractTableModel {
     const ObjectBrowser& browser_;
 };
 
-class BrowserTable final : public QTableView {
+class BrowserTable final : public RowTable {
     Q_OBJECT
 
   public:
@@ -53,19 +53,15 @@ class BrowserTable final : public QTableView {
     void wheelEvent(QWheelEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    void fit_rows_to_font();
     void set_widths();
-    void watch_scroll_bar();
     void copy_selected() const;
 
     ObjectBrowser& browser_;
     BrowserListModel model_;
-    bool user_scrolls_ = false;
     bool top_wanted_ = false;  // before the list has a size, it cannot scroll
 };
 

@@ -20,39 +20,13 @@ constexpr base::Text kNoRows{"此页没有对象", "This page has no objects"};
 
 }  // namespace
 
-GridTable::GridTable(PageGrid& grid, QWidget* parent) : QTableView(parent), grid_(grid) {
+GridTable::GridTable(PageGrid& grid, QWidget* parent) : RowTable(parent), grid_(grid) {
     setItemDelegate(new GridDelegate(this));
     setHorizontalHeader(new GridHeader(this));
     horizontalHeader()->viewport()->installEventFilter(this);
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    setShowGrid(false);
     setFrameShape(QFrame::NoFrame);
     setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setTabKeyNavigation(false);  // Tab leaves the grid
-    setWordWrap(false);
-    setCornerButtonEnabled(false);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the widths are parts of the whole
-    setFocusPolicy(Qt::StrongFocus);
-    fit_rows_to_font();
-    watch_scroll_bar();
-}
-
-void GridTable::watch_scroll_bar() {
-    // An action comes before each change that the user makes; the view's own changes have none.
-    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this,
-            [this] { user_scrolls_ = true; });
-    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
-        if (std::exchange(user_scrolls_, false)) Q_EMIT scrolled_by_user(rowAt(0) + 1);
-    });
-}
-
-void GridTable::fit_rows_to_font() {
-    const int height = grid_row_height(fontMetrics());
-    verticalHeader()->setMinimumSectionSize(height);
-    verticalHeader()->setDefaultSectionSize(height);
 }
 
 void GridTable::setup_grid() {
@@ -67,7 +41,7 @@ void GridTable::show_current() {
     const QModelIndex cell = model()->index(at.row - 1, at.column);  // none for the header
     setCurrentIndex(cell);
     if (cell.isValid()) {
-        user_scrolls_ = false;
+        scrolls_itself();
         verticalScrollBar()->setValue(std::min(verticalScrollBar()->value(), cell.row()));
         scrollTo(cell.siblingAtColumn(kValue));
     }
@@ -138,7 +112,7 @@ bool GridTable::eventFilter(QObject* watched, QEvent* event) {
               mouse->globalPosition().toPoint());
         return true;
     }
-    return QTableView::eventFilter(watched, event);
+    return RowTable::eventFilter(watched, event);
 }
 
 void GridTable::keyPressEvent(QKeyEvent* event) {
@@ -162,35 +136,13 @@ void GridTable::keyPressEvent(QKeyEvent* event) {
 }
 
 bool GridTable::move_key(int key) {
-    const int page = std::max(1, viewport()->height() / verticalHeader()->defaultSectionSize());
-    switch (key) {
-        case Qt::Key_Up:
-            grid_.move_current(-1);
-            return true;
-        case Qt::Key_Down:
-            grid_.move_current(1);
-            return true;
-        case Qt::Key_PageUp:
-            grid_.move_current(-page);
-            return true;
-        case Qt::Key_PageDown:
-            grid_.move_current(page);
-            return true;
-        case Qt::Key_Home:
-            grid_.move_current(-grid_.rows());
-            return true;
-        case Qt::Key_End:
-            grid_.move_current(grid_.rows());
-            return true;
-        case Qt::Key_Left:
-            move_column(-1);
-            return true;
-        case Qt::Key_Right:
-            move_column(1);
-            return true;
-        default:
-            return false;
+    if (const auto rows = row_step(key, grid_.rows())) {
+        grid_.move_current(*rows);
+        return true;
     }
+    if (key != Qt::Key_Left && key != Qt::Key_Right) return false;
+    move_column(key == Qt::Key_Left ? -1 : 1);
+    return true;
 }
 
 void GridTable::move_column(int columns) {
@@ -217,23 +169,18 @@ void GridTable::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void GridTable::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
-    if (event->type() != QEvent::FontChange) return;
-    fit_rows_to_font();
-    Q_EMIT rows_resized();
+    RowTable::changeEvent(event);
+    if (event->type() == QEvent::FontChange) Q_EMIT rows_resized();
 }
 
 void GridTable::paintEvent(QPaintEvent* event) {
-    QTableView::paintEvent(event);
-    QPainter painter(viewport());
-    if (grid_.rows() > 1) {
-        paint_row_ends(painter);
+    RowTable::paintEvent(event);
+    if (grid_.rows() == 1) {
+        paint_note(shown_text(kNoRows.in(grid_.language())));
         return;
     }
-    painter.setPen(QColor(palette::kMutedText));
-    const std::string_view text = kNoRows.in(grid_.language());
-    painter.drawText(viewport()->rect(), Qt::AlignCenter,
-                     QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    QPainter painter(viewport());
+    paint_row_ends(painter);
 }
 
 // Rows run on to the edge, behind the last column, where the scroll bar stands when there is one.

@@ -1,14 +1,14 @@
 // `MSHFlexGrid1` as a table: mouse, keys, wheel and scroll bar become calls of the grid.
 #pragma once
 
-#include <QTableView>
 #include <optional>
 
 #include "params/page_grid.h"
+#include "params/row_table_view.h"
 
 namespace servo::params {
 
-class GridTable final : public QTableView {
+class GridTable final : public RowTable {
     Q_OBJECT
 
   public:
@@ -28,7 +28,6 @@ class GridTable final : public QTableView {
   Q_SIGNALS:
     void popup_asked(const QPoint& place);
     void left_released();
-    void scrolled_by_user(int top_row);
     // Another font: rows have another height, columns another least width.
     void rows_resized();
 
@@ -47,13 +46,10 @@ class GridTable final : public QTableView {
   private:
     void press(Qt::MouseButton button, std::optional<CellPosition> cell, QPoint global);
     void paint_row_ends(QPainter& painter);
-    void fit_rows_to_font();
-    void watch_scroll_bar();
     bool move_key(int key);
     void move_column(int columns);
 
     PageGrid& grid_;
-    bool user_scrolls_ = false;
 };
 
 }  // namespace servo::params

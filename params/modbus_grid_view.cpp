@@ -2,9 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <algorithm>
 
 #include "params/grid_model_view.h"
@@ -76,29 +74,14 @@ void ModbusModel::reload() {
 }
 
 ModbusGrid::ModbusGrid(ModbusTable& table, const base::Language& language, QWidget* parent)
-    : QTableView(parent), table_(table), language_(language) {
+    : RowTable(parent), table_(table), language_(language) {
     setItemDelegate(new GridDelegate(this, kLook));
     setHorizontalHeader(new GridHeader(this, kLook));
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    setShowGrid(false);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setTabKeyNavigation(false);  // Tab leaves the grid
-    setWordWrap(false);
-    setCornerButtonEnabled(false);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setVerticalScrollBarPolicy(
         Qt::ScrollBarAlwaysOn);  // columns keep their place when it is not needed
-    fit_to_font();
-}
-
-void ModbusGrid::fit_to_font() {
-    const int height = grid_row_height(fontMetrics());
-    verticalHeader()->setMinimumSectionSize(height);
-    verticalHeader()->setDefaultSectionSize(height);
 }
 
 int ModbusGrid::least_width() const {
@@ -157,28 +140,24 @@ void ModbusGrid::keyPressEvent(QKeyEvent* event) {
         Q_EMIT typed(text);
         return;
     }
-    QTableView::keyPressEvent(event);
+    RowTable::keyPressEvent(event);
 }
 
 void ModbusGrid::resizeEvent(QResizeEvent* event) {
-    QTableView::resizeEvent(event);
+    RowTable::resizeEvent(event);
     fit_columns();
 }
 
 void ModbusGrid::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
-    if (event->type() != QEvent::FontChange) return;
-    fit_to_font();
-    if (model() != nullptr) fit_columns();
+    RowTable::changeEvent(event);
+    if (event->type() == QEvent::FontChange && model() != nullptr) fit_columns();
 }
 
 void ModbusGrid::paintEvent(QPaintEvent* event) {
-    QTableView::paintEvent(event);
+    RowTable::paintEvent(event);
     if (table_.rows() > 0) return;
-    QPainter painter(viewport());
-    painter.setPen(QColor(palette::kMutedText));
     const base::Text& text = table_.all_rows() > 0 ? kNoMatch : kNoObjects;
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, shown_text(text.in(language_)));
+    paint_note(shown_text(text.in(language_)));
 }
 
 }  // namespace servo::params

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QTableView>
 
 #include "base/language.h"
 #include "params/modbus_table.h"
+#include "params/row_table_view.h"
 
 namespace servo::params {
 
@@ -29,7 +29,7 @@ class ModbusModel final : public QAbstractTableModel {
 };
 
 // `MSHFlexGrid1` of the window.
-class ModbusGrid final : public QTableView {
+class ModbusGrid final : public RowTable {
     Q_OBJECT
 
   public:
@@ -52,7 +52,6 @@ class ModbusGrid final : public QTableView {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void fit_to_font();
     void fit_columns();
     void copy_selected();
 

@@ -123,6 +123,23 @@ TEST(StatusStrip, FitsIntoANarrowMainWindow) {
     EXPECT_LE(frame.strip->minimumSizeHint().width(), 900);
 }
 
+TEST(StatusStrip, GivesUpThePortInANarrowWindowAndNothingElse) {
+    StatusStrip strip(nullptr);
+    strip.show_figures(figures(155));
+    strip.show();
+    const auto* port = strip.findChild<QLabel*>(QStringLiteral("StatusPort"));
+    const auto* state = strip.findChild<QLabel*>(QStringLiteral("StatusState"));
+    const auto* load = strip.findChild<QLabel*>(QStringLiteral("StatusLoad"));
+    for (const int width : {1000, 600, 1000}) {
+        strip.resize(width, strip.sizeHint().height());
+        QApplication::processEvents();
+        EXPECT_EQ(port->isVisible(), width == 1000);
+        EXPECT_TRUE(state->isVisible());
+        EXPECT_LE(load->mapTo(&strip, load->rect().topRight()).x(), width);
+    }
+    EXPECT_LE(strip.minimumWidth(), 1);
+}
+
 TEST(Background, TheSizeClassFollowsTheFrameOnEachResize) {
     FrameBench frame;
     frame.show();
