@@ -23,8 +23,19 @@ std::uint64_t frames_on_line(const link::LinkCounters& counters) {
     return counters.sends + counters.frames + counters.bad_checksum + counters.foreign;
 }
 
+// Requests that are under way at any moment: the next one leaves before the answer to the last has
+// come in.
+constexpr std::uint64_t kUnderWay = 2;
+
+// Requests that got no answer. The engine's own count of misses is another: a turn in which it had
+// nothing to ask adds one too, and on a good line that is every third.
+std::uint64_t unanswered(const link::LinkCounters& counters) {
+    const std::uint64_t settled = counters.frames + kUnderWay;
+    return counters.sends > settled ? counters.sends - settled : 0;
+}
+
 bool went_back(const link::LinkCounters& before, const link::LinkCounters& now) {
-    return now.sends < before.sends || now.frames < before.frames || now.misses < before.misses ||
+    return now.sends < before.sends || now.frames < before.frames ||
            now.answers < before.answers;
 }
 
@@ -63,7 +74,7 @@ void LinkMeter::take(microseconds now, const link::LinkCounters& counters, const
         figures_ = {};
         figures_.condition = place.lost ? LinkCondition::kLost : LinkCondition::kClosed;
         figures_.place = place;
-        figures_.misses = counters.misses;
+        figures_.misses = unanswered(counters);
         return;
     }
     const bool anew = begins_anew(sample, place);
@@ -93,7 +104,7 @@ void LinkMeter::compute() {
     const Sample& first = samples_.front();
     const Sample& last = samples_.back();
     figures_.condition = condition();
-    figures_.misses = last.counters.misses;
+    figures_.misses = unanswered(last.counters);
     figures_.objects_per_second = 0;
     figures_.misses_per_second = 0;
     figures_.load = 0;
@@ -101,10 +112,10 @@ void LinkMeter::compute() {
     if (time < kShortest) return;
     const double seconds = std::chrono::duration<double>(time).count();
     const auto rate = [seconds](std::uint64_t from, std::uint64_t to) {
-        return static_cast<double>(to - from) / seconds;
+        return to > from ? static_cast<double>(to - from) / seconds : 0.0;
     };
     figures_.objects_per_second = rate(first.counters.answers, last.counters.answers);
-    figures_.misses_per_second = rate(first.counters.misses, last.counters.misses);
+    figures_.misses_per_second = rate(unanswered(first.counters), unanswered(last.counters));
     if (figures_.place.baud <= 0) return;
     const double bits =
         rate(frames_on_line(first.counters), frames_on_line(last.counters)) * kBitsPerFrame;

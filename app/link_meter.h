@@ -40,7 +40,7 @@ struct LinkFigures {
     LinkPlace place;
     double objects_per_second = 0;  // read answers
     double misses_per_second = 0;
-    std::uint64_t misses = 0;  // since the link was opened
+    std::uint64_t misses = 0;  // requests without an answer since the link was opened
     double load = 0;           // percent of the baud rate, both directions together
 };
 

@@ -166,7 +166,17 @@ std::string WalkActions::popup(const WalkCommand& command) {
     return no_such("pop-up item", command.text);
 }
 
+// A platform without windows of its own leaves none active when a list has closed, and the picture
+// would show the keyboard nowhere.
+void WalkActions::wake_up() {
+    if (QApplication::activeWindow() != nullptr || QApplication::activePopupWidget() != nullptr)
+        return;
+    shell_.main_window()->activateWindow();
+    QApplication::processEvents();
+}
+
 std::string WalkActions::shot(const WalkCommand& command) {
+    wake_up();
     QWidget* shown =
         command.window.empty() ? shell_.main_window() : find_window_widget(shell_, command.window);
     if (shown == nullptr) return no_such("window", command.window);

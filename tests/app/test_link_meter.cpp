@@ -18,12 +18,11 @@ struct Line {
     LinkPlace place{true, "COM3", 38400};
     microseconds now = 7s;
 
-    void quarter(std::uint64_t sends, std::uint64_t answers, std::uint64_t misses = 0) {
+    void quarter(std::uint64_t sends, std::uint64_t answers) {
         now += 250ms;
         counters.sends += sends;
         counters.frames += answers;
         counters.answers += answers;
-        counters.misses += misses;
         take();
     }
     void take() { meter.take(now, counters, place); }
@@ -33,9 +32,8 @@ struct Line {
 TEST(LinkMeter, AClosedLinkHasNoRates) {
     Line line;
     line.place.open = false;
-    line.counters.misses = 15;
     line.quarter(40, 40);
-    line.quarter(40, 40);
+    line.quarter(40, 23);
     EXPECT_EQ(line.figures().condition, LinkCondition::kClosed);
     EXPECT_EQ(line.figures().objects_per_second, 0);
     EXPECT_EQ(line.figures().load, 0);
@@ -61,13 +59,34 @@ TEST(LinkMeter, CountsObjectsMissesAndLoadOfASecond) {
     Line line;
     line.take();
     for (int i = 0; i < 8; ++i)
-        line.quarter(40, 39, 1);
+        line.quarter(40, 39);
     EXPECT_EQ(line.figures().condition, LinkCondition::kAnswering);
     EXPECT_DOUBLE_EQ(line.figures().objects_per_second, 156);
-    EXPECT_DOUBLE_EQ(line.figures().misses_per_second, 4);
-    EXPECT_EQ(line.figures().misses, 8U);
+    // Two of the eight may still be answered.
+    EXPECT_DOUBLE_EQ(line.figures().misses_per_second, 3);
+    EXPECT_EQ(line.figures().misses, 6U);
     // 316 frames of ten bytes in a second, ten bits a byte.
     EXPECT_DOUBLE_EQ(line.figures().load, 100.0 * 31600 / 38400);
+}
+
+TEST(LinkMeter, ATurnWithoutARequestIsNoMiss) {
+    Line line;
+    line.take();
+    for (int i = 0; i < 4; ++i) {
+        line.counters.misses += 16;  // the engine's count, of turns in which nothing came
+        line.quarter(40, 40);
+    }
+    EXPECT_EQ(line.figures().misses, 0U);
+    EXPECT_EQ(line.figures().misses_per_second, 0);
+}
+
+TEST(LinkMeter, FramesThatCameTwiceAreNoNegativeMisses) {
+    Line line;
+    line.take();
+    line.quarter(40, 60);
+    line.quarter(40, 60);
+    EXPECT_EQ(line.figures().misses, 0U);
+    EXPECT_EQ(line.figures().misses_per_second, 0);
 }
 
 TEST(LinkMeter, DamagedAndForeignFramesWereOnTheLineToo) {
@@ -130,11 +149,11 @@ TEST(LinkMeter, ASilentDriveIsToldAfterASecond) {
     line.quarter(40, 40);
     EXPECT_EQ(line.figures().condition, LinkCondition::kAnswering);
     for (int i = 0; i < 4; ++i)
-        line.quarter(40, 0, 40);
+        line.quarter(40, 0);
     EXPECT_EQ(line.figures().condition, LinkCondition::kAnswering);  // one second less a bit
-    line.quarter(40, 0, 40);
+    line.quarter(40, 0);
     EXPECT_EQ(line.figures().condition, LinkCondition::kSilent);
-    line.quarter(40, 1, 39);
+    line.quarter(40, 1);
     EXPECT_EQ(line.figures().condition, LinkCondition::kAnswering);
 }
 
@@ -142,10 +161,10 @@ TEST(LinkMeter, ADriveThatNeverAnswersIsWaitedForAndThenSilent) {
     Line line;
     line.take();
     for (int i = 0; i < 4; ++i) {
-        line.quarter(40, 0, 40);
+        line.quarter(40, 0);
         EXPECT_EQ(line.figures().condition, LinkCondition::kWaiting) << i;
     }
-    line.quarter(40, 0, 40);
+    line.quarter(40, 0);
     EXPECT_EQ(line.figures().condition, LinkCondition::kSilent);
 }
 
