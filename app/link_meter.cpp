@@ -35,8 +35,7 @@ std::uint64_t unanswered(const link::LinkCounters& counters) {
 }
 
 bool went_back(const link::LinkCounters& before, const link::LinkCounters& now) {
-    return now.sends < before.sends || now.frames < before.frames ||
-           now.answers < before.answers;
+    return now.sends < before.sends || now.frames < before.frames || now.answers < before.answers;
 }
 
 }  // namespace
