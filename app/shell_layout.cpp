@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <numeric>
+#include <optional>
 
 namespace servo::app {
 
@@ -138,24 +139,29 @@ std::vector<std::size_t> tile_rows(int width, const std::vector<Size>& smallest)
 
 // Equal parts, but for those that need more than their share.
 std::vector<int> shares(int whole, const std::vector<int>& smallest) {
-    std::vector<int> parts(smallest.size(), 0);
+    std::vector<std::optional<int>> fixed(smallest.size());
     int left = whole;
     auto open = static_cast<int>(smallest.size());
     for (bool found = true; found && open > 0;) {
         found = false;
-        for (std::size_t i = 0; i < parts.size() && open > 0; ++i) {
-            if (parts[i] > 0 || smallest[i] <= left / open) continue;
-            parts[i] = smallest[i];
-            left -= parts[i];
+        for (std::size_t i = 0; i < fixed.size() && open > 0; ++i) {
+            if (fixed[i] || smallest[i] <= left / open) continue;
+            fixed[i] = smallest[i];
+            left -= smallest[i];
             --open;
             found = true;
         }
     }
-    int shared = 0;
-    for (int& part : parts) {
-        if (part > 0) continue;
-        part = left * (shared + 1) / open - left * shared / open;
-        ++shared;
+    std::vector<int> parts;
+    for (const std::optional<int>& part : fixed) {
+        if (part || open == 0) {
+            parts.push_back(part.value_or(0));
+            continue;
+        }
+        // What is left is cut anew each time, so that the pixels come out even.
+        parts.push_back(left / open);
+        left -= parts.back();
+        --open;
     }
     return parts;
 }
