@@ -6,6 +6,7 @@
 #include <array>
 
 #include "app/palette.h"
+#include "app/style.h"
 
 namespace servo::app {
 
@@ -154,6 +155,12 @@ QSize FrameStyle::sizeFromContents(ContentsType type, const QStyleOption* option
         item->menuItemType != QStyleOptionMenuItem::Separator)
         wanted.rheight() += kMenuAir;
     return wanted;
+}
+
+QIcon FrameStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
+                               const QWidget* widget) const {
+    if (icon == SP_ToolBarHorizontalExtensionButton) return picture(QStringLiteral("morepic"));
+    return QProxyStyle::standardIcon(icon, option, widget);
 }
 
 int FrameStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,

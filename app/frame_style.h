@@ -21,6 +21,10 @@ class FrameStyle final : public QProxyStyle {
                            const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override;
+    // The mark of menus and bars that have more than fits is one of our pictures. The toolkit's own
+    // would load every picture format there is, at the start of each run.
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
 };

@@ -64,7 +64,6 @@ StatusStrip::StatusStrip(QWidget* parent) : QStatusBar(parent) {
     setMinimumWidth(1);  // the bar gives way, and does not hold up the main window
     hint_->installEventFilter(this);
     connect(this, &QStatusBar::messageChanged, this, &StatusStrip::show_hint);
-    apply_language(language_);
 }
 
 QLabel* StatusStrip::add_cell(QHBoxLayout& row, const char* cell_name, Qt::Alignment alignment) {

@@ -17,6 +17,7 @@ class StatusStrip final : public QStatusBar {
     Q_OBJECT
 
   public:
+    // Without its texts, which come with the language: to measure them takes time at the start.
     explicit StatusStrip(QWidget* parent);
 
     void apply_language(base::Language language);

@@ -125,6 +125,7 @@ TEST(StatusStrip, FitsIntoANarrowMainWindow) {
 
 TEST(StatusStrip, GivesUpThePortInANarrowWindowAndNothingElse) {
     StatusStrip strip(nullptr);
+    strip.apply_language(Language::kEnglish);
     strip.show_figures(figures(155));
     strip.show();
     const auto* port = strip.findChild<QLabel*>(QStringLiteral("StatusPort"));
