@@ -18,18 +18,21 @@ namespace {
 constexpr int kPictureSize = 16;
 constexpr int kGap = 8;
 constexpr int kBarMargin = 4;
+// Characters that another font lends stand higher than the font of the bar says.
+constexpr int kRoomPercent = 120;
 
 void set_text(QLabel& label, const std::string& text) {
     const QString shown = to_qt(text);
     if (label.text() != shown) label.setText(shown);
 }
 
-// So wide that every text of the cell fits.
+// So wide that every text of the cell fits. Of a fixed size, so that a number that changes every
+// second lays out neither the bar nor the main window anew.
 void fit(QLabel& label, const std::vector<StripTexts>& widest, std::string StripTexts::*text) {
     int width = 0;
     for (const StripTexts& texts : widest)
         width = std::max(width, label.fontMetrics().horizontalAdvance(to_qt(texts.*text)));
-    label.setMinimumWidth(width + 2);
+    label.setFixedSize(width + 2, label.fontMetrics().height() * kRoomPercent / 100);
 }
 
 void name(QLabel& label, std::string_view text) {
