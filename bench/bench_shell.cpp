@@ -23,6 +23,7 @@
 #include "app/program.h"
 #include "app/style.h"
 #include "bench/ratio.h"
+#include "bench/temporary_folder.h"
 #include "params/page_table.h"
 
 namespace {
@@ -37,29 +38,18 @@ constexpr int kRows = 30;  // of the table that an empty window shows
 // A program's folder of its own, since a switch of the language writes into it.
 class Folder {
   public:
-    Folder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "servo-shell-XXXXXX");
-        path_ = ::mkdtemp(pattern.data());
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
     bool fill(const std::filesystem::path& shipped) const {
         std::error_code error;
         for (const char* name : {"sys", "modbus.txt", "qorlan.dat"})
             if (!error)
-                std::filesystem::copy(shipped / name, path_ / name,
+                std::filesystem::copy(shipped / name, path() / name,
                                       std::filesystem::copy_options::recursive, error);
         return !error;
     }
-    const std::filesystem::path& path() const { return path_; }
+    const std::filesystem::path& path() const { return folder_.path(); }
 
   private:
-    std::filesystem::path path_;
+    bench::TemporaryFolder folder_;
 };
 
 // Nobody sits in front of a benchmark.

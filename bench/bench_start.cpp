@@ -12,6 +12,7 @@
 #include "base/file.h"
 #include "bench/process.h"
 #include "bench/ratio.h"
+#include "bench/temporary_folder.h"
 
 namespace {
 
@@ -22,23 +23,12 @@ constexpr int kTurns = 21;
 // A program's folder as it is shipped, its dictionary brought to 1,200 records.
 class Folder {
   public:
-    Folder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "servo-start-XXXXXX");
-        path_ = ::mkdtemp(pattern.data());
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
     bool fill(const std::filesystem::path& shipped) const {
         std::error_code error;
-        std::filesystem::copy(shipped / "sys", path_ / "sys",
+        std::filesystem::copy(shipped / "sys", path() / "sys",
                               std::filesystem::copy_options::recursive, error);
         if (error) return false;
-        std::filesystem::copy(shipped / "modbus.txt", path_ / "modbus.txt", error);
+        std::filesystem::copy(shipped / "modbus.txt", path() / "modbus.txt", error);
         auto dictionary = servo::base::read_file(shipped / "qorlan.dat");
         if (error || !dictionary || dictionary->size() < kRecordSize) return false;
         // Records behind the shipped ones repeat the first under indexes that no page asks for.
@@ -51,15 +41,15 @@ class Folder {
             record.replace(0, 6, key.data(), 6);
             *dictionary += record;
         }
-        return servo::base::write_file(path_ / "qorlan.dat", *dictionary) &&
+        return servo::base::write_file(path() / "qorlan.dat", *dictionary) &&
                servo::base::write_file(walk(), "quit\n");
     }
 
-    std::filesystem::path path() const { return path_; }
-    std::filesystem::path walk() const { return path_ / "start.walk"; }
+    const std::filesystem::path& path() const { return folder_.path(); }
+    std::filesystem::path walk() const { return path() / "start.walk"; }
 
   private:
-    std::filesystem::path path_;
+    servo::bench::TemporaryFolder folder_;
 };
 
 // Starts a program and returns when its first line has come. What it does after that is waited for

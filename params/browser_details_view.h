@@ -20,7 +20,6 @@ class BrowserDetails final : public QWidget {
 
     void show_object(const ObjectBrowser& browser);
     void apply_language(base::Language language);
-    QTextEdit& help_pane() { return *RichTextBox1_; }
 
   private:
     // In the order of reading. Caption and value of field n are named LabelA and LabelB for n = 0,
