@@ -1,0 +1,3 @@
+#include "scope/acquisition.h"
+
+namespace servo::scope {}

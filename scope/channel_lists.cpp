@@ -1,0 +1,3 @@
+#include "scope/channel_lists.h"
+
+namespace servo::scope {}

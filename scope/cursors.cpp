@@ -1,0 +1,3 @@
+#include "scope/cursors.h"
+
+namespace servo::scope {}

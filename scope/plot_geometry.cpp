@@ -1,0 +1,3 @@
+#include "scope/plot_geometry.h"
+
+namespace servo::scope {}

@@ -1,0 +1,3 @@
+#include "scope/plot_mouse.h"
+
+namespace servo::scope {}

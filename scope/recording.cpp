@@ -1,0 +1,3 @@
+#include "scope/recording.h"
+
+namespace servo::scope {}

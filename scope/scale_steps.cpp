@@ -1,0 +1,3 @@
+#include "scope/scale_steps.h"
+
+namespace servo::scope {}

@@ -1,0 +1,3 @@
+#include "scope/scope_file.h"
+
+namespace servo::scope {}

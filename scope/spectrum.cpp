@@ -1,0 +1,3 @@
+#include "scope/spectrum.h"
+
+namespace servo::scope {}

@@ -1,0 +1,3 @@
+#include "scope/statistics.h"
+
+namespace servo::scope {}

@@ -1,0 +1,3 @@
+#include "scope/trace.h"
+
+namespace servo::scope {}
