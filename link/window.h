@@ -22,7 +22,7 @@ class Window {
 
     // Kept by whoever shows the window.
     bool visible() const { return visible_; }
-    void set_visible(bool visible) { visible_ = visible; }
+    virtual void set_visible(bool visible) { visible_ = visible; }
 
     int meindex = -1;        // position in all_windows
     bool must_fresh = true;  // every row is to be read, the read-once ones too

@@ -46,8 +46,8 @@ class Oscilloscope final : public link::Window {
     void load();
     // Names in the lists and the texts that are composed here, in the current language.
     void change_scope_language();
-    // Window shown or hidden: the poller runs lane 2 only while it is shown.
-    void set_shown(bool shown);
+    // The poller runs lane 2 only while the window is shown.
+    void set_visible(bool visible) override;
 
     // --- Texts that depend on state and language
     std::string Command6_caption() const;  // "Start", "Sampling"
@@ -98,11 +98,17 @@ class Oscilloscope final : public link::Window {
     void fit_curve(int channel);  // automatic scale once more
 
   private:
+    ScopeChannel& curve(int channel);
     void Movingdata();
     void redraw();  // change_curve_unit, Print_Pic_Line, DrawPicture
     void DrawPicture();
+    void cursors_moved();
+    void step_scale(bool up);
+    void step_offset(int direction);
     void switch_mode(bool import);
+    void write_label44();
     void tell_controls();
+    void tell_cursors();
 
     ScopeServices services_;
     ScopeData data_;

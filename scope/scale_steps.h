@@ -25,4 +25,7 @@ ScaleStep scale_for_span(double span);
 std::string scale_up(std::string_view text, bool small);
 std::string scale_down(std::string_view text, bool small);
 
+// An offset as its box shows it: up to thirteen decimals, always one.
+std::string offset_text(double offset);
+
 }  // namespace servo::scope
