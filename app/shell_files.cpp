@@ -38,6 +38,8 @@ ShellFiles::ShellFiles(Workstation& workstation, DialogSwitch& dialogs, QMenu& r
         return find_modbus_grid(window, dictionary);
     });
     openers_.handle(FileKindId::kProject, [this](const std::string& path) { open_project(path); });
+    openers_.handle(FileKindId::kRecording,
+                    [this](const std::string& path) { open_recording(path); });
     connect(&menu_, &QMenu::aboutToShow, this, &ShellFiles::fill_menu);
 }
 
@@ -55,6 +57,12 @@ void ShellFiles::save1() {
 
 void ShellFiles::open_project(const std::string& path) {
     used(project_.open1(path));
+}
+
+// As the oscilloscope's own import, which is silent about a file that it can't read.
+void ShellFiles::open_recording(const std::string& path) {
+    open_page(workstation_, workstation_.scope);
+    workstation_.scope.Command13_Click(path);
 }
 
 void ShellFiles::used(const ProjectResult& result) {

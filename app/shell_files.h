@@ -40,6 +40,7 @@ class ShellFiles final : public QObject {
 
   private:
     void open_project(const std::string& path);
+    void open_recording(const std::string& path);
     void used(const ProjectResult& result);
     void fill_menu();
 

@@ -120,6 +120,7 @@ bool MDIForm_Load(Workstation& workstation) {
     }
     if (workstation.screen != nullptr) workstation.screen->apply_variant();
     workstation.browser.Init_OD_Grid();
+    workstation.scope.load();
     return true;
 }
 
@@ -141,6 +142,7 @@ void language_click(Workstation& workstation, Language language) {
         page->apply_language();
     workstation.download_rows.grid().apply_language();
     workstation.browser.Init_OD_Grid();
+    workstation.scope.change_scope_language();
     workstation.communication.apply_language(language);
     if (workstation.screen != nullptr) workstation.screen->apply_language();
 }
@@ -180,6 +182,11 @@ void helping_click(Workstation& workstation) {
     if (grid == nullptr || workstation.popup_row < 1 || workstation.popup_row >= grid->rows())
         return;
     workstation.browser.open_for_help(grid->row(workstation.popup_row).identity());
+    open_page(workstation, workstation.browser);
+}
+
+void object_button_click(Workstation& workstation, int channel) {
+    workstation.browser.open_for_scope(channel);
     open_page(workstation, workstation.browser);
 }
 

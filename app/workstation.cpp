@@ -41,7 +41,8 @@ std::unique_ptr<link::Window> make_other(std::string_view name) {
 
 // Fills the list of all windows from those that are there, and makes the rest.
 void list_windows(Workstation& workstation) {
-    std::vector<link::Window*> ready{&workstation.browser, &workstation.download_rows};
+    std::vector<link::Window*> ready{&workstation.browser, &workstation.scope,
+                                     &workstation.download_rows};
     for (const auto& page : workstation.pages)
         ready.push_back(page.get());
     for (const auto& page : workstation.tabbed_pages)
@@ -80,8 +81,14 @@ Workstation::Workstation(const Surroundings& given)
       engine(given.port, given.clock, given.timer, values),
       communication(engine, given.port, given.ports, given.notice, given.folder),
       browser({modbus_list, page_services(*this)}),
+      scope({.engine = engine,
+             .dictionary = dictionary,
+             .notice = notice,
+             .language = language,
+             .link_open = [this] { return communication.link_open(); }}),
       download_rows(kDownloadRows, page_services(*this)) {
     engine.set_link_control(&communication);
+    engine.set_scope(&scope.acquisition());
     make_windows(*this);
     browser.hide = [this] { close_window(*this, browser); };
 }

@@ -25,6 +25,7 @@
 #include "params/object_browser.h"
 #include "params/page.h"
 #include "params/tabbed_page.h"
+#include "scope/oscilloscope.h"
 
 namespace servo::app {
 
@@ -74,6 +75,7 @@ struct Workstation {
     std::vector<std::unique_ptr<params::Page>> pages;               // the 22, as in their table
     std::vector<std::unique_ptr<params::TabbedPage>> tabbed_pages;  // TPDOSet, RPDOSet
     params::ObjectBrowser browser;                                  // ObjectDictionay
+    scope::Oscilloscope scope;                                      // Scope
     params::Page download_rows;  // Download: its working grid, polled as a page
     std::vector<std::unique_ptr<link::Window>> other_windows;  // the rest
     std::vector<link::Window*> windows;  // all of the above, in the order of all_windows
@@ -110,6 +112,10 @@ void adding_click(Workstation& workstation);
 
 // The pop-up item `helping`: the dictionary browser on the object of the row.
 void helping_click(Workstation& workstation);
+
+// An object button of the oscilloscope: the dictionary browser, to pick what channel 0 to 3 records
+// or what triggers it (4).
+void object_button_click(Workstation& workstation, int channel);
 
 // The pop-up item `deling`: the row goes, those below it are renumbered.
 void deling_click(Workstation& workstation);
