@@ -265,7 +265,7 @@ void Oscilloscope::Command12_Click() {
 // --- Files
 
 Exported Oscilloscope::Command8_Click(const std::filesystem::path& file) {
-    return export_scope(file, data_, operands());
+    return export_scope(file, data_, operands(), language());
 }
 
 Imported Oscilloscope::Command13_Click(const std::filesystem::path& file) {
