@@ -12,24 +12,26 @@
 namespace servo::scope {
 
 struct RecordedCurve {
-    int channel = 0;  // 0 to 3
-    std::string object;
-    std::string unit;
+    int channel = 0;     // 0 to 3
+    std::string object;  // as the list shows it
+    std::string unit;    // empty: none is picked, and the values are the raw numbers
     std::vector<double> values;
 };
 
 struct Recording {
     double period_us = 0.0;  // between two rows
     std::vector<RecordedCurve> curves;
+    double start_us = 0.0;  // time of the first row, as the cursors would tell it
 };
 
-// The enabled channels of what the screen holds, from sample `window.first` to `window.last`.
+// The enabled channels of what the screen holds, hidden ones too, from sample `window.first` to
+// `window.last`, inside of the recording. No curve before the first recording.
 Recording recording_of(const ScopeData& data, const ZoomWindow& window,
                        const link::FormulaOperands& operands);
 
 // A table of numbers: a header line, then one line for each sample: time in microseconds, then the
 // curves. Fields are separated by commas, names quoted where they need it, numbers with a point
-// whatever the machine's language; UTF-8 with a byte order mark, CR LF.
+// whatever the machine's language, of 15 significant digits; UTF-8 with a byte order mark, CR LF.
 std::string csv_text(const Recording& recording, base::Language language);
 
 // Up to four recordings kept to be drawn behind the live one.
