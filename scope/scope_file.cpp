@@ -49,13 +49,6 @@ std::optional<std::size_t> line_count(std::string_view text3) {
     return static_cast<std::size_t>(std::max(count, 0.0));
 }
 
-bool ends_in_xls(std::string_view name) {
-    const std::size_t length = base::utf8_length(name);
-    const std::size_t before = length - std::min<std::size_t>(length, 4);
-    const std::string_view tail = name.substr(base::utf8_prefix(name, before).size());
-    return tail.find("xls") != std::string_view::npos;
-}
-
 }  // namespace
 
 std::optional<std::string> scope_text(ScopeData& data, const link::FormulaOperands& operands,
@@ -84,6 +77,13 @@ std::optional<std::string> scope_text(ScopeData& data, const link::FormulaOperan
 
 std::string clean_file_name(std::string_view name) {
     return without(name, std::string_view("\0\r\n", 3));
+}
+
+bool ends_in_xls(std::string_view name) {
+    const std::size_t length = base::utf8_length(name);
+    const std::size_t before = length - std::min<std::size_t>(length, 4);
+    const std::string_view tail = name.substr(base::utf8_prefix(name, before).size());
+    return tail.find("xls") != std::string_view::npos;
 }
 
 Exported export_scope(const std::filesystem::path& file, ScopeData& data,

@@ -48,6 +48,8 @@ Exported export_scope(const std::filesystem::path& file, ScopeData& data,
 
 // Characters 0, CR and LF become blanks.
 std::string clean_file_name(std::string_view name);
+// One of the names that nothing is written under.
+bool ends_in_xls(std::string_view name);
 
 enum class Imported : std::uint8_t {
     kDone,        // the mode switch comes next
