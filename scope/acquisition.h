@@ -72,10 +72,51 @@ class Acquisition final : public link::ScopeLink {
     void set_visible(bool visible) { visible_ = visible; }
 
   private:
+    ScopeChannel& channel(int index) { return data_.channels.at(static_cast<std::size_t>(index)); }
+    std::uint8_t& last_pick(int channel);
+    void tell() const;
+
+    // --- What the operator chose, acquisition.cpp
+    void write(link::WireKey key, std::int32_t value);
+    void write_slot(int channel);
+    void untick(int channel);
+    bool commit_number(link::WireKey key, std::string_view text);
+    void restart_collection();
+    bool first_read_under_way() const;
+
+    // --- Runs, acquisition_run.cpp
+    void start();
+    void stop();
+    void reset_run();
+    void poll_status(link::Engine& engine);
+    void take_status(std::uint8_t command, std::uint8_t status);
+    void take_abort();
+
+    // --- Settings read back, acquisition_refresh.cpp
+    link::Received take_setting(int sub, const link::Payload& payload);
+    void collect(int sub, std::uint32_t value);
+    void apply_channels();
+    void apply_channel(int index, dictionary::Identity object);
+    void select(int index, dictionary::Identity object);
+    void take_trigger(dictionary::Identity object);
+    link::Received take_level(const link::Payload& payload);
+    void show_number(std::string_view control, std::string& text, double value);
+    void show_period(double multiple);
+
+    // --- The buffer, acquisition_upload.cpp
+    void begin_upload(link::Engine& engine);
+    link::Received take_segment(link::Engine& engine, const link::Payload& payload);
+    bool store_bytes(const link::Payload& payload, int count);
+    void end_upload(link::Engine& engine);
+
     ScopeServices services_;
     ScopeData& data_;
     AcquisitionEvents events_;
     bool visible_ = false;
+
+    // Reads of settings that were under way when the operator changed a slot tell the old one.
+    bool drop_first_setting_ = false;
+    int last_setting_ = 0;  // sub of the last answer; 0 before the first
 };
 
 }  // namespace servo::scope
