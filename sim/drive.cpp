@@ -18,6 +18,7 @@
 #include "sim/object_ids.h"
 #include "sim/object_server.h"
 #include "sim/object_table.h"
+#include "sim/recorder.h"
 #include "sim/service_commands.h"
 #include "sim/supervision.h"
 
@@ -80,7 +81,8 @@ struct Drive::Parts {
     Memory memory;
     Supervision supervision{table};
     FaultHistory history{table, memory};
-    Motion motion{table, supervision, history};
+    Recorder recorder{table};
+    Motion motion{table, supervision, history, recorder};
     LiveValues live;
     ServiceCommands commands{table, memory};
     ObjectServer server{table, [this](dictionary::Identity object) { return gate(object); }};
@@ -159,6 +161,7 @@ void Drive::Parts::power_up(bool first) {
     });
     set_up_line();
     history.power_up();
+    recorder.reset();
     supervision.power_up();
     motion.power_up();
     const unsigned damaged = memory_is_good ? 0U : fault1::kMemory;
@@ -172,6 +175,7 @@ void Drive::Parts::go_silent() {
     phase = Phase::kStarting;
     phase_ends = now + kStartTime;
     motion.power_down();
+    recorder.reset();
     queue.clear();
     output.erase(std::remove_if(output.begin(), output.end(),
                                 [&](const Transmission& t) { return t.at > now; }),

@@ -23,10 +23,12 @@ std::int64_t steps_of(const Object& milliseconds) {
 
 }  // namespace
 
-Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& history)
+Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& history,
+               Recorder& recorder)
     : table_(table),
       supervision_(supervision),
       history_(history),
+      recorder_(recorder),
       parameters_(table),
       moves_(table.bind(ids::kMoves, Type::kUint32)),
       greatest_error_(table.bind(ids::kGreatestFollowingError, Type::kUint32)),
@@ -116,8 +118,10 @@ void Motion::run_to(std::chrono::microseconds now) {
     if (table_.changes() != changes_seen_) configure();
     while (step_ < last) {
         if (quiet()) {
-            slow_ += last - step_;
-            step_ = last;
+            // The recorder samples a drive at rest like any other.
+            const std::int64_t to = std::min(last, std::max(step_ + 1, recorder_.due()));
+            slow_ += to - step_;
+            step_ = to;
         } else {
             ++step_;
             step();
@@ -126,6 +130,7 @@ void Motion::run_to(std::chrono::microseconds now) {
             slow_watch(static_cast<double>(step_ - last_look_) * kStepSeconds);
             last_look_ = step_;
         }
+        recorder_.after_step(step_);
     }
 }
 
@@ -240,6 +245,7 @@ void Motion::react(Reaction reaction) {
 
 void Motion::note_fault() {
     if (!supervision_.take_news()) return;
+    recorder_.fault();
     FaultRecord record;
     record.word1 = supervision_.word1();
     record.word2 = supervision_.word2();

@@ -13,6 +13,7 @@
 #include "sim/modes.h"
 #include "sim/motion_parameters.h"
 #include "sim/object_table.h"
+#include "sim/recorder.h"
 #include "sim/state_machine.h"
 #include "sim/subsystem.h"
 #include "sim/supervision.h"
@@ -21,7 +22,7 @@ namespace servo::sim {
 
 class Motion : public Subsystem {
   public:
-    Motion(ObjectTable& table, Supervision& supervision, FaultHistory& history);
+    Motion(ObjectTable& table, Supervision& supervision, FaultHistory& history, Recorder& recorder);
 
     void power_up();
     // The inverter goes off; the shaft runs on by itself.
@@ -103,6 +104,7 @@ class Motion : public Subsystem {
     ObjectTable& table_;
     Supervision& supervision_;
     FaultHistory& history_;
+    Recorder& recorder_;
     MotionParameters parameters_;
     std::unordered_map<dictionary::Identity, Getter> getters_;
     MotorData motor_;

@@ -46,6 +46,23 @@ inline constexpr Identity kHistoryClear = 0x260800;
 inline constexpr Identity kFaultsInAll = 0x260900;
 inline constexpr Identity kHistory = 0x261000;  // 2610 to 2617, the newest first
 
+// Recorder.
+inline constexpr Identity kRecorderSlots = 0x230001;      // :01 to :04
+inline constexpr Identity kRecorderWideSlots = 0x230005;  // :05 and :06
+inline constexpr Identity kRecorderCommand = 0x230007;
+inline constexpr Identity kRecorderPeriod = 0x230008;
+inline constexpr Identity kRecorderOffset = 0x230009;
+inline constexpr Identity kRecorderCount = 0x23000A;
+inline constexpr Identity kRecorderEdge = 0x23000B;
+inline constexpr Identity kRecorderTrigger = 0x23000C;
+inline constexpr Identity kRecorderLevel = 0x23000D;
+inline constexpr Identity kRecorderTaken = 0x23000E;
+inline constexpr Identity kRecorderTriggerPosition = 0x23000F;
+inline constexpr Identity kRecorderRowBytes = 0x230010;
+inline constexpr Identity kRecorderBufferBytes = 0x230011;
+inline constexpr Identity kRecorderStopAtFault = 0x230012;
+inline constexpr Identity kRecorderBuffer = 0x230013;
+
 // Device control.
 inline constexpr Identity kErrorCode = 0x603F00;
 inline constexpr Identity kControlWord = 0x604000;

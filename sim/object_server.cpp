@@ -109,6 +109,10 @@ Answer ObjectServer::read(const Payload& request, dictionary::Identity id) {
         return refuse(request, id, refused);
     }
     if (object->flags.write_only) return refuse(request, id, Abort::kWriteOnly);
+    if (object->owner != nullptr) {
+        const Abort refused = object->owner->may_read(*object);
+        if (refused != Abort::kNone) return refuse(request, id, refused);
+    }
     if (!object->is_number()) return begin_transfer(request, *object);
     const std::uint32_t value = wire_value(*object, table_.read(*object));
     return {reply_to(request, read_command(width(object->type)), value), id, false};

@@ -16,6 +16,9 @@ enum class Abort : std::uint32_t {
     kWriteOnly = 0x06010001,
     kReadOnly = 0x06010002,
     kNoObject = 0x06020000,
+    kNotMappable = 0x06040041,
+    kMappedTooLong = 0x06040042,
+    kIncompatible = 0x06040043,
     kHardware = 0x06060000,
     kLength = 0x06070010,
     kNoSub = 0x06090011,
@@ -33,6 +36,9 @@ class Subsystem {
     Subsystem(const Subsystem&) = delete;
     Subsystem& operator=(const Subsystem&) = delete;
     virtual ~Subsystem() = default;
+
+    // A read over the line. Refusing one tells nothing of the object.
+    virtual Abort may_read(const Object&) { return Abort::kNone; }
 
     // Before the object's value is read: bring it up to date.
     virtual void refresh(Object&) {}
