@@ -1,0 +1,3 @@
+if(TARGET servo_scope)
+    servo_fuzz(scope_file SOURCES scope_file.cpp LINKS servo_scope)
+endif()
