@@ -30,9 +30,17 @@ struct CurveTransform {
     double scale = 1.0;   // display units per division
     ZoomWindow window;
 
+    // Always a number: a scale of 0 sends values to kFarAway, and what cannot be said at all stands
+    // at mid height.
     double y(double value, const PlotArea& area) const;
+    // At the left edge for a window of one sample.
     double x(int index, const PlotArea& area) const;
+    // The same for a place between samples; `index` counts from the recording's first.
+    double x(double index, const PlotArea& area) const;
 };
+
+// No height is further from the area's middle, in pixels.
+inline constexpr double kFarAway = 1e7;
 
 // Height of a curve's zero line, in pixels of the area.
 double marker_height(const CurveTransform& transform, const PlotArea& area);
@@ -43,5 +51,26 @@ double marker_height(const CurveTransform& transform, const PlotArea& area);
 // clips them anyway.
 std::vector<PlotPoint> curve_points(std::span<const double> values, const CurveTransform& transform,
                                     const PlotArea& area);
+
+// The same for values that have their own time: value k stands at sample first_at + k * step of the
+// window's recording. `columns_per_pixel` is for surfaces that show parts of pixels.
+struct SampleTimes {
+    double first_at = 0.0;
+    double step = 1.0;
+};
+std::vector<PlotPoint> curve_points(std::span<const double> values, SampleTimes times,
+                                    const CurveTransform& transform, const PlotArea& area,
+                                    int columns_per_pixel);
+
+// The heights of values for the raster, in pixels of the area; `out` is made to fit.
+void curve_heights(std::span<const double> values, const CurveTransform& transform,
+                   const PlotArea& area, std::vector<float>& out);
+
+// The sample of the window nearest to an abscissa in picture units; -1 for a window without
+// samples. Behind the ends it is the one at the end.
+int nearest_sample(const ZoomWindow& window, double x);
+
+// Abscissa of a sample in picture units.
+double sample_abscissa(const ZoomWindow& window, int index);
 
 }  // namespace servo::scope

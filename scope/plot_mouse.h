@@ -43,6 +43,8 @@ class PlotMouse {
     void Picture1_MouseMove(MouseButton held, double x, double y);
     void Picture1_MouseUp(MouseButton button, double x, double y);
     void Image8_Click();  // the hand tool
+    // Lets go of everything without a zoom: the button's release will not come.
+    void leave();
 
     // The cursor under the pointer; of two the nearer.
     std::optional<Cursor> cursor_at(double x, double y) const;
@@ -51,7 +53,8 @@ class PlotMouse {
     const std::optional<ZoomRectangle>& rectangle() const { return rectangle_; }
 
     // The same zooms for keyboard and wheel. `at` is the part of the width that stays in its place.
-    // False when nothing changed: at the last level, at the first, or with fewer than two samples.
+    // False when nothing changed: at the last level, at the first, with fewer than two samples, or
+    // while the hand or the rectangle is at work, which hold on to their window.
     bool zoom_in(double at);
     bool zoom_out();
     // Moves the window by so many samples, inside of the recording.
@@ -62,6 +65,11 @@ class PlotMouse {
         double x = 0.0;
         ZoomWindow window;
     };
+
+    bool dragging() const { return pan_ || rectangle_; }
+    void drag_hand(double x);
+    bool zoom_to(const ZoomWindow& window);
+    void show_window(const ZoomWindow& window, bool times);
 
     ScopeData& data_;
     PlotEvents events_;

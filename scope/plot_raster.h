@@ -1,1 +1,61 @@
+// Draws curves into the pixels themselves. A curve is a function of the abscissa, so that what it
+// covers of a pixel follows from how far it reaches up and down in a few stripes of the pixel's
+// column. The cost is that of the samples and of the area covered; it hardly depends on how the
+// curve runs to and fro, nor on the width of the pen, where a stroked outline takes seconds for
+// noise.
 #pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace servo::scope {
+
+// Rows of 0xffRRGGBB; may be a part of a larger picture.
+struct PixelSurface {
+    std::uint32_t* pixels = nullptr;
+    int width = 0;
+    int height = 0;
+    std::ptrdiff_t stride = 0;  // from row to row, in pixels
+};
+
+// Samples at even distances. Coordinates are those of pixel centres: (0, 0) is the middle of the
+// first pixel.
+struct CurveLine {
+    std::span<const float> heights;
+    double first_x = 0.0;
+    double step = 1.0;  // above 0 for more than one sample
+};
+
+// Keeps its memory between curves.
+class CurveRaster {
+  public:
+    static constexpr int kStripes = 4;  // of a column
+
+    // Along the line with a round pen of that diameter in pixels (1 to 64). The colour is opaque.
+    void draw(const CurveLine& line, double pen_width, std::uint32_t colour,
+              const PixelSurface& surface);
+
+  private:
+    // Highest and lowest place in each column, for one stripe.
+    struct Extent {
+        std::vector<float> top;
+        std::vector<float> bottom;
+    };
+    using Extents = std::array<Extent, kStripes>;
+
+    void reset(int width, double radius);
+    void take(int stripe, float top, float bottom);
+    void follow_line(const CurveLine& line);
+    void widen(double radius);
+    void fill_block(int column, std::uint32_t colour, const PixelSurface& surface) const;
+
+    int pad_ = 0;      // columns before the first: the pen reaches in from there
+    int columns_ = 0;  // with those on both sides
+    Extents line_;     // what the line itself reaches
+    Extents pen_;      // what the pen covers
+};
+
+}  // namespace servo::scope
