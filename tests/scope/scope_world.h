@@ -16,13 +16,15 @@ namespace servo::scope::test {
 
 inline RawRecord record(std::string index, std::string sub, std::string name, std::string type,
                         std::string formula) {
-    return {.index = std::move(index),
-            .sub = std::move(sub),
-            .name_ch = "中" + name,
-            .name_en = name,
-            .type = std::move(type),
-            .attribute = "RWL",
-            .formula = std::move(formula)};
+    RawRecord made;
+    made.index = std::move(index);
+    made.sub = std::move(sub);
+    made.name_ch = "\xd6\xd0" + name;  // one character of the code page
+    made.name_en = std::move(name);
+    made.type = std::move(type);
+    made.attribute = "RWL";
+    made.formula = std::move(formula);
+    return made;
 }
 
 // The seven objects that every channel offers, and two narrow ones.
