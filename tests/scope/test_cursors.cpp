@@ -2,7 +2,7 @@
 #include "scope/cursors.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck.h>
+#include <rapidcheck/gtest.h>
 
 #include <cmath>
 #include <limits>
@@ -53,17 +53,15 @@ INSTANTIATE_TEST_SUITE_P(
                     IndexCase{{0, 10}, std::numeric_limits<double>::quiet_NaN(), std::nullopt},
                     IndexCase{{0, 10}, std::numeric_limits<double>::infinity(), std::nullopt}));
 
-TEST(CursorAbscissa, GivesTheSampleBack) {
-    rc::check([] {
-        const int first = *rc::gen::inRange(0, 8192);
-        const int last = *rc::gen::inRange(first, 8192);
-        const int index = *rc::gen::inRange(first, last + 1);
-        const ZoomWindow window{static_cast<std::int16_t>(first), static_cast<std::int16_t>(last)};
-        const double x = cursor_abscissa(window, index);
-        RC_ASSERT(cursor_index(window, x) == index);
-        RC_ASSERT(x >= 0.0);
-        RC_ASSERT(x <= double{kPictureWidth});
-    });
+RC_GTEST_PROP(CursorAbscissaProperty, GivesTheSampleBack, ()) {
+    const int first = *rc::gen::inRange(0, 8192);
+    const int last = *rc::gen::inRange(first, 8192);
+    const int index = *rc::gen::inRange(first, last + 1);
+    const ZoomWindow window{static_cast<std::int16_t>(first), static_cast<std::int16_t>(last)};
+    const double x = cursor_abscissa(window, index);
+    RC_ASSERT(cursor_index(window, x) == index);
+    RC_ASSERT(x >= 0.0);
+    RC_ASSERT(x <= double{kPictureWidth});
 }
 
 TEST(CursorAbscissa, StaysInThePicture) {

@@ -2,7 +2,7 @@
 #include "scope/scale_steps.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck.h>
+#include <rapidcheck/gtest.h>
 
 #include <cmath>
 #include <limits>
@@ -62,19 +62,18 @@ TEST(ScaleForSpanEdges, NoNumberCountsAsOne) {
     EXPECT_EQ(scale_for_span(-12), scale_for_span(12));
 }
 
-TEST(ScaleForSpanEdges, SixDivisionsHoldTheSpanAndNoMoreThanTwoAndAHalfTimesIt) {
-    rc::check([] {
-        const double mantissa = *rc::gen::inRange(1'000'000, 10'000'000) / 1e6;
-        const int exponent = *rc::gen::inRange(-200, 200);
-        const double span = mantissa * std::pow(10.0, exponent);
-        const ScaleStep step = scale_for_span(span);
-        RC_ASSERT(step.mantissa >= 1);
-        RC_ASSERT(step.mantissa <= 9);
-        const double held = 6 * step.value();
-        RC_ASSERT(held >= span * (1 - 1e-14));
-        RC_ASSERT(held <= 2.5 * span);
-        RC_ASSERT(base::leading_number(step.text()) == step.value());
-    });
+RC_GTEST_PROP(ScaleForSpanEdgesProperty, SixDivisionsHoldTheSpanAndNoMoreThanTwoAndAHalfTimesIt,
+              ()) {
+    const double mantissa = *rc::gen::inRange(1'000'000, 10'000'000) / 1e6;
+    const int exponent = *rc::gen::inRange(-200, 200);
+    const double span = mantissa * std::pow(10.0, exponent);
+    const ScaleStep step = scale_for_span(span);
+    RC_ASSERT(step.mantissa >= 1);
+    RC_ASSERT(step.mantissa <= 9);
+    const double held = 6 * step.value();
+    RC_ASSERT(held >= span * (1 - 1e-14));
+    RC_ASSERT(held <= 2.5 * span);
+    RC_ASSERT(base::leading_number(step.text()) == step.value());
 }
 
 struct StepCase {
@@ -146,19 +145,16 @@ TEST(ScaleStepsEdges, StepsEndWhereNumbersEnd) {
     EXPECT_GT(base::leading_number(text), 0.0);
 }
 
-TEST(ScaleStepsEdges, EveryStepUpIsUndoneByOneDown) {
-    rc::check([] {
-        const int digits = *rc::gen::inRange(10, 100);
-        const ScaleStep exponent{1, *rc::gen::inRange(-99, 99)};
-        const std::string tail = exponent.text().substr(3);
-        const std::string text =
-            std::to_string(digits / 10) + "." + std::to_string(digits % 10) + tail;
-        const bool small = *rc::gen::arbitrary<bool>();
-        const std::string up = scale_up(text, small);
-        RC_ASSERT(base::leading_number(up) > base::leading_number(text));
-        RC_ASSERT(scale_down(up, small) == text);
-        RC_ASSERT(scale_up(scale_down(text, small), small) == text);
-    });
+RC_GTEST_PROP(ScaleStepsEdgesProperty, EveryStepUpIsUndoneByOneDown, ()) {
+    const int digits = *rc::gen::inRange(10, 100);
+    const ScaleStep exponent{1, *rc::gen::inRange(-99, 99)};
+    const std::string tail = exponent.text().substr(3);
+    const std::string text = std::to_string(digits / 10) + "." + std::to_string(digits % 10) + tail;
+    const bool small = *rc::gen::arbitrary<bool>();
+    const std::string up = scale_up(text, small);
+    RC_ASSERT(base::leading_number(up) > base::leading_number(text));
+    RC_ASSERT(scale_down(up, small) == text);
+    RC_ASSERT(scale_up(scale_down(text, small), small) == text);
 }
 
 TEST(OffsetText, AlwaysHasOneDecimalAndNoSignAtZero) {

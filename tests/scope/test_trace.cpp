@@ -2,7 +2,7 @@
 #include "scope/trace.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck.h>
+#include <rapidcheck/gtest.h>
 
 #include <numeric>
 
@@ -292,63 +292,59 @@ TEST(Movingdata, ViewIsResetToTheWholeRecording) {
     EXPECT_FALSE(data.y_labels[0][0].empty()) << "the grid is labelled as well";
 }
 
-TEST(Movingdata, DecodesWhatARecorderOfAnySetUpSends) {
-    rc::check([] {
-        static const std::vector<std::string> kTypes{"uint8", "int8",   "uint16",
-                                                     "int16", "uint32", "int32"};
-        ScopeData data;
-        std::vector<int> used;
-        for (int i = 0; i < kCurves; ++i) {
-            if (!*rc::gen::arbitrary<bool>()) continue;
-            use(data, i, *rc::gen::elementOf(kTypes));
-            used.push_back(i);
+RC_GTEST_PROP(MovingdataProperty, DecodesWhatARecorderOfAnySetUpSends, ()) {
+    static const std::vector<std::string> kTypes{"uint8", "int8",   "uint16",
+                                                 "int16", "uint32", "int32"};
+    ScopeData data;
+    std::vector<int> used;
+    for (int i = 0; i < kCurves; ++i) {
+        if (!*rc::gen::arbitrary<bool>()) continue;
+        use(data, i, *rc::gen::elementOf(kTypes));
+        used.push_back(i);
+    }
+    RC_PRE(!used.empty());
+    const auto rows = *rc::gen::inRange<std::size_t>(0, 64);
+    std::array<Samples, kCurves> sent;
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t row = 0; row < rows; ++row) {
+        for (const int channel : used) {
+            const auto place = static_cast<std::size_t>(channel);
+            const std::string type = data.channels[place].picked_type();
+            const int width = width_of(type);
+            const auto bits = *rc::gen::arbitrary<std::uint32_t>();
+            for (int i = 0; i < width; ++i)
+                bytes.push_back(static_cast<std::uint8_t>(bits >> (8 * i)));
+            const std::int64_t range = std::int64_t{1} << (8 * width);
+            std::int64_t value = bits % range;
+            const bool is_signed = type[0] == 'i' || width == 4;
+            if (is_signed && value >= range / 2) value -= range;
+            sent[place].push_back(static_cast<std::int32_t>(value));
         }
-        RC_PRE(!used.empty());
-        const auto rows = *rc::gen::inRange<std::size_t>(0, 64);
-        std::array<Samples, kCurves> sent;
-        std::vector<std::uint8_t> bytes;
-        for (std::size_t row = 0; row < rows; ++row) {
-            for (const int channel : used) {
-                const auto place = static_cast<std::size_t>(channel);
-                const std::string type = data.channels[place].picked_type();
-                const int width = width_of(type);
-                const auto bits = *rc::gen::arbitrary<std::uint32_t>();
-                for (int i = 0; i < width; ++i)
-                    bytes.push_back(static_cast<std::uint8_t>(bits >> (8 * i)));
-                const std::int64_t range = std::int64_t{1} << (8 * width);
-                std::int64_t value = bits % range;
-                const bool is_signed = type[0] == 'i' || width == 4;
-                if (is_signed && value >= range / 2) value -= range;
-                sent[place].push_back(static_cast<std::int32_t>(value));
-            }
-        }
-        upload(data, bytes);
-        RC_ASSERT(decode(data));
-        for (int i = 0; i < kCurves; ++i) {
-            const Samples& expected = sent[static_cast<std::size_t>(i)];
-            RC_ASSERT(first_samples(data, i, expected.size()) == expected);
-            RC_ASSERT(data.channels[static_cast<std::size_t>(i)].sampleTotal ==
-                      static_cast<int>(expected.size()));
-        }
-        RC_ASSERT(data.zoomWindow[0].last == static_cast<int>(rows) - 1);
-    });
+    }
+    upload(data, bytes);
+    RC_ASSERT(decode(data));
+    for (int i = 0; i < kCurves; ++i) {
+        const Samples& expected = sent[static_cast<std::size_t>(i)];
+        RC_ASSERT(first_samples(data, i, expected.size()) == expected);
+        RC_ASSERT(data.channels[static_cast<std::size_t>(i)].sampleTotal ==
+                  static_cast<int>(expected.size()));
+    }
+    RC_ASSERT(data.zoomWindow[0].last == static_cast<int>(rows) - 1);
 }
 
-TEST(Movingdata, SurvivesAnyLengthAndRow) {
-    rc::check([] {
-        ScopeData data;
-        data.importMode = *rc::gen::arbitrary<bool>();
-        for (int i = 0; i < kCurves; ++i) {
-            use(data, i, *rc::gen::element<std::string>("uint8", "int16", "int32", "String", ""));
-            data.channels[static_cast<std::size_t>(i)].enable = *rc::gen::arbitrary<bool>();
-        }
-        data.rawLength = *rc::gen::inRange(-10, 40000);
-        data.rowBytes = *rc::gen::inRange(-1, 17);
-        decode(data);
-        RC_ASSERT(data.zoomWindow[0].first == 0);
-        RC_ASSERT(data.zoomWindow[0].last >= -1);
-        RC_ASSERT(data.zoomWindow[0].last < static_cast<int>(kMaxSamples));
-    });
+RC_GTEST_PROP(MovingdataProperty, SurvivesAnyLengthAndRow, ()) {
+    ScopeData data;
+    data.importMode = *rc::gen::arbitrary<bool>();
+    for (int i = 0; i < kCurves; ++i) {
+        use(data, i, *rc::gen::element<std::string>("uint8", "int16", "int32", "String", ""));
+        data.channels[static_cast<std::size_t>(i)].enable = *rc::gen::arbitrary<bool>();
+    }
+    data.rawLength = *rc::gen::inRange(-10, 40000);
+    data.rowBytes = *rc::gen::inRange(-1, 17);
+    decode(data);
+    RC_ASSERT(data.zoomWindow[0].first == 0);
+    RC_ASSERT(data.zoomWindow[0].last >= -1);
+    RC_ASSERT(data.zoomWindow[0].last < static_cast<int>(kMaxSamples));
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ inline ScopeChannel& use(ScopeData& data, int channel, std::string_view type,
 // What an upload of these bytes leaves. The row is that of the channels as they are ticked.
 inline void upload(ScopeData& data, std::span<const std::uint8_t> bytes) {
     std::copy(bytes.begin(), bytes.end(), data.rawBytes.begin());
-    data.rawLength = static_cast<std::int16_t>(bytes.size());
+    data.rawLength = static_cast<std::int32_t>(bytes.size());
     data.rowBytes = 0;
     for (int i = 0; i < kCurves; ++i) {
         const ScopeChannel& channel = data.channels[static_cast<std::size_t>(i)];
