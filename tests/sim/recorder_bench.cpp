@@ -41,6 +41,21 @@ int width_of(std::uint32_t key) {
 
 }  // namespace
 
+Column counted(std::int64_t first, std::int64_t step, std::size_t count) {
+    Column out;
+    for (std::size_t i = 0; i < count; ++i)
+        out.push_back(first + static_cast<std::int64_t>(i) * step);
+    return out;
+}
+
+std::int64_t same(std::int64_t n) {
+    return n;
+}
+
+Column only_column(RecorderBench& bench, int width) {
+    return columns(bench.read_text(recorder::kBuffer).value_or("none"), {width})[0];
+}
+
 RecorderBench::RecorderBench(Options options)
     : DriveBench(std::move(options), entries_with_recorder()) {}
 
@@ -70,6 +85,20 @@ std::string RecorderBench::record(microseconds limit) {
 void RecorderBench::run_to_step(std::int64_t step) {
     const microseconds at((step * 125 + 1) / 2);
     if (at > now()) run(at - now());
+}
+
+Column RecorderBench::feed(std::uint32_t object,
+                           const std::function<std::int64_t(std::int64_t)>& signal,
+                           std::int64_t steps) {
+    const auto id = static_cast<dictionary::Identity>(object);
+    drive().set_value(recorder::kCommand, 1);
+    Column states;
+    for (std::int64_t n = 1; n <= steps && state() != 0; ++n) {
+        drive().set_value(id, signal(n));
+        run_to_step(step() + 1);
+        states.push_back(state());
+    }
+    return states;
 }
 
 std::vector<Column> columns(const std::string& buffer, std::initializer_list<int> widths) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -33,7 +34,29 @@ inline constexpr std::uint32_t kStopAtFault = 0x230012;
 inline constexpr std::uint32_t kBuffer = 0x230013;
 }  // namespace recorder
 
+// A slot's value: the object, and its width in bits.
+constexpr std::int64_t source(std::uint32_t key, int bits) {
+    return std::int64_t{key} << 8 | bits;
+}
+
+// Plain objects of the bench, one of each type.
+inline constexpr std::uint32_t kByte = 0x200002;    // Integer8
+inline constexpr std::uint32_t kWord = 0x200003;    // Unsigned16
+inline constexpr std::uint32_t kNumber = 0x200006;  // Integer32
+inline constexpr std::int64_t kU8 = source(0x200001, 8);
+inline constexpr std::int64_t kI8 = source(0x200002, 8);
+inline constexpr std::int64_t kU16 = source(0x200003, 16);
+inline constexpr std::int64_t kI16 = source(0x200004, 16);
+inline constexpr std::int64_t kU32 = source(0x200005, 32);
+inline constexpr std::int64_t kI32 = source(0x200006, 32);
+
 using Column = std::vector<std::int64_t>;
+
+// `count` numbers from `first` on, `step` apart.
+Column counted(std::int64_t first, std::int64_t step, std::size_t count);
+
+// The number of the step itself, as a signal.
+std::int64_t same(std::int64_t n);
 
 class RecorderBench : public DriveBench {
   public:
@@ -52,7 +75,16 @@ class RecorderBench : public DriveBench {
     std::int64_t step() const { return now().count() * 2 / 125; }
     // Runs to the first moment at which that many steps have been made.
     void run_to_step(std::int64_t step);
+
+    // Starts without the line, so that the n-th step after the start is known, and gives `object`
+    // the value signal(n) before the loop makes that step, until the recorder has done or `steps`
+    // steps were made. The states after each step.
+    Column feed(std::uint32_t object, const std::function<std::int64_t(std::int64_t)>& signal,
+                std::int64_t steps = 20000);
 };
+
+// The column of the only source in the buffer.
+Column only_column(RecorderBench& bench, int width);
 
 // The columns of a buffer whose rows have values of these widths: -1, -2, -4 for signed ones.
 std::vector<Column> columns(const std::string& buffer, std::initializer_list<int> widths);
