@@ -25,7 +25,8 @@ namespace {
 constexpr int kTurns = 25;
 constexpr double kMillisecond = 1e-3;
 // The decode with its extremes is some ten such loops; the rest are the texts and formulas of four
-// channels, whose number does not grow with the recording, while the loop over wide values is short.
+// channels, whose number does not grow with the recording, while the loop over wide values is
+// short.
 constexpr double kDecodeRatio = 100;
 
 struct SetUp {

@@ -84,7 +84,8 @@ double cursor_abscissa(const ZoomWindow& window, int index) {
     if (across <= 0) return 0.0;
     const std::int64_t step = std::clamp<std::int64_t>(index - window.first, 0, across);
     // Up to the next whole unit, where the division of cursor_index has reached the sample.
-    return static_cast<double>((step * kPictureWidth + across - 1) / across);
+    const std::int64_t x = (step * kPictureWidth + across - 1) / across;
+    return static_cast<double>(x);
 }
 
 void read_cursors(ScopeData& data, const link::FormulaOperands& operands) {

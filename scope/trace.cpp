@@ -22,6 +22,7 @@ constexpr base::Text kTimeGrid{";时间栅格:", ";Time Grid:"};
 constexpr int kTimeLabels = 4;
 constexpr std::size_t kTimeUnit = 4;  // the last of Label15
 constexpr int kLabelDecimals = 14;
+constexpr int kMiddleLine = kDivisions / 2;
 
 // How the values of one row lie in the buffer: the enabled channels in their order, each with its
 // decoder's size code.
@@ -212,7 +213,7 @@ void Print_Pic_Line(ScopeData& data) {
         const ScopeChannel& channel = data.channels[i];
         const bool drawn = data.drawn(static_cast<int>(i));
         for (int line = 0; line < kDivisions; ++line) {
-            const double value = offset_of(channel) + (line - kDivisions / 2) * channel.scale;
+            const double value = offset_of(channel) + (line - kMiddleLine) * channel.scale;
             data.y_labels[i][static_cast<std::size_t>(line)] =
                 drawn ? base::format_up_to(value, kLabelDecimals) : std::string();
         }
