@@ -41,6 +41,23 @@ std::int16_t sample_at(const ZoomWindow& window, double x) {
 
 }  // namespace
 
+std::optional<Cursor> nearest_cursor(const std::array<CursorPlace, kCursors>& cursors, double x,
+                                     double y, double grab_width, double grab_height) {
+    std::optional<Cursor> nearest;
+    double nearest_distance = 1.0;  // in parts of what may be grabbed
+    for (std::size_t i = 0; i < kCursors; ++i) {
+        if (!cursors[i].on) continue;
+        const bool vertical = is_vertical(static_cast<Cursor>(i));
+        const double distance =
+            std::abs((vertical ? x : y) - cursors[i].at) / (vertical ? grab_width : grab_height);
+        // Of two in one place the later one: it was drawn over the other.
+        if (!(distance <= nearest_distance)) continue;
+        nearest = static_cast<Cursor>(i);
+        nearest_distance = distance;
+    }
+    return nearest;
+}
+
 PlotMouse::PlotMouse(ScopeData& data, PlotEvents events)
     : data_(data), events_(std::move(events)) {}
 
@@ -132,20 +149,7 @@ void PlotMouse::leave() {
 }
 
 std::optional<Cursor> PlotMouse::cursor_at(double x, double y) const {
-    std::optional<Cursor> nearest;
-    double nearest_distance = 1.0;  // in parts of what may be grabbed
-    for (std::size_t i = 0; i < kCursors; ++i) {
-        const CursorPlace& cursor = data_.cursors[i];
-        if (!cursor.on) continue;
-        const bool vertical = is_vertical(static_cast<Cursor>(i));
-        const double distance =
-            std::abs((vertical ? x : y) - cursor.at) / (vertical ? grab_width : grab_height);
-        // Of two in one place the later one: it was drawn over the other.
-        if (distance > nearest_distance) continue;
-        nearest = static_cast<Cursor>(i);
-        nearest_distance = distance;
-    }
-    return nearest;
+    return nearest_cursor(data_.cursors, x, y, grab_width, grab_height);
 }
 
 Pointer PlotMouse::pointer() const {

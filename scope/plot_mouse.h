@@ -2,6 +2,7 @@
 // Coordinates are picture units.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -29,6 +30,10 @@ struct ZoomRectangle {
     double rectangle_x2 = 0.0;
     double rectangle_y2 = 0.0;
 };
+
+// The nearest of the cursors that are on, within so many units; nothing where none is.
+std::optional<Cursor> nearest_cursor(const std::array<CursorPlace, kCursors>& cursors, double x,
+                                     double y, double grab_width, double grab_height);
 
 class PlotMouse {
   public:

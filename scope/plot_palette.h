@@ -22,11 +22,10 @@ inline constexpr std::uint32_t kBox = 0xf5ffffff;
 inline constexpr std::uint32_t kZoomEdge = 0xff1a64a3;
 inline constexpr std::uint32_t kZoomArea = 0x241a64a3;
 
-inline constexpr std::array<std::uint32_t, 4> kCurves{
-    0xff0067a5,   // blue, circle
-    0xffb84a00,   // orange, square
-    0xff00745a,   // green, triangle
-    0xff94408f};  // purple, diamond
+inline constexpr std::array<std::uint32_t, 4> kCurves{0xff0067a5,   // blue, circle
+                                                      0xffb84a00,   // orange, square
+                                                      0xff00745a,   // green, triangle
+                                                      0xff94408f};  // purple, diamond
 
 // The same for reference recordings: behind the live ones, and told apart from them by paleness.
 inline constexpr std::array<std::uint32_t, 4> kReferences{0xff8fbbd8, 0xffe3b48f, 0xff8cc4b4,

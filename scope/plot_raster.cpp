@@ -79,7 +79,8 @@ void CurveRaster::follow_line(const CurveLine& line) {
         const auto sample = std::min(static_cast<std::size_t>(at), count - 2);
         const float from = line.heights[sample];
         const float to = line.heights[sample + 1];
-        const float height = from + (to - from) * static_cast<float>(at - static_cast<double>(sample));
+        const float height =
+            from + (to - from) * static_cast<float>(at - static_cast<double>(sample));
         take(stripe, height, height);
     }
 }

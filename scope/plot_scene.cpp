@@ -51,8 +51,7 @@ SceneCurve scene_curve(const ScopeData& data, int channel, const link::FormulaOp
     curve.marker = marker_height(curve.transform, kPicture);
     // The hand can pull the window over the beginning of the recording: nothing is drawn there.
     const int first = std::max<int>(data.window().first, 0);
-    const int last =
-        std::min<int>(data.window().last, static_cast<int>(from.samples.size()) - 1);
+    const int last = std::min<int>(data.window().last, static_cast<int>(from.samples.size()) - 1);
     curve.times.first_at = first;
     if (last < first) return curve;
     const std::span<const std::int32_t> raw(from.samples.data() + first,
