@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "dictionary/store.h"
 #include "scope/channel_lists.h"

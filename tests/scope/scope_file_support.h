@@ -19,7 +19,7 @@ inline constexpr dictionary::Identity kPosition = 0x606300;  // 6316800
 inline constexpr dictionary::Identity kSpeed = 0x606B00;     // 6318848
 inline constexpr dictionary::Identity kStatus = 0x60FC00;    // 6355968
 
-inline RawRecord object(std::string index, std::string sub, std::string chinese,
+inline RawRecord object(std::string index, std::string sub, const std::string& chinese,
                         std::string english, std::string type, std::string formula = "[DEC]N*1") {
     RawRecord record;
     record.index = std::move(index);

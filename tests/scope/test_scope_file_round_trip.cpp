@@ -60,6 +60,7 @@ TEST(ScopeRoundTrip, WrittenReadWithAnotherDictionaryAndWrittenAgain) {
 
 TEST(ScopeRoundTrip, AnImportFindsItsObjectInAListThatIsFull) {
     std::vector<RawRecord> records;
+    records.reserve(9);
     for (int sub = 0; sub < 9; ++sub)
         records.push_back(object("3000", "0" + std::to_string(sub), "", "object", "Integer16"));
     Program program(dictionary::store_of(records));
