@@ -33,10 +33,8 @@ std::optional<Statistics> statistics_of(std::span<const double> values) {
     CompensatedSum squares;
     for (const double value : values) {
         const double scaled = std::ldexp(value, -exponent);
-        const double square = scaled * scaled;
         sum.add(scaled);
-        squares.add(square);
-        squares.add(std::fma(scaled, scaled, -square));  // what the product's rounding lost
+        squares.add(scaled * scaled);
     }
     const auto count = static_cast<double>(values.size());
     result.mean = std::ldexp(sum.value() / count, exponent);

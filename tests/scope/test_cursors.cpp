@@ -177,7 +177,8 @@ TEST_F(Cursors, NoUnitPickedHasNoSampleValue) {
 TEST_F(Cursors, ValueRowShowsEveryRecordedChannelUnderX1) {
     put(Cursor::kX1, 3000);
     data.channels[1].hide = true;
-    data.channels[2].samples[3] = 99;
+    use(data, 2, "int16").samples[3] = 99;
+    data.channels[2].enable = false;
     read();
     EXPECT_EQ(data.channels[0].valueLabel, "300");
     EXPECT_EQ(data.channels[1].valueLabel, "-0.375");
