@@ -108,7 +108,8 @@ void Acquisition::send_step(link::Engine& engine) {
     engine.sendata(kBufferKey, 0, 1);
 }
 
-// Now and then the other lanes have their turn, so that a fault shows during a long wait.
+// Now and then the other lanes have their turn, so that the drive's state is known during a long
+// wait. They go on from their second object, as behind every turn of this lane.
 void Acquisition::poll_status(link::Engine& engine) {
     if (data_.statusPollCount < kPolls) {
         ++data_.statusPollCount;
