@@ -1,0 +1,48 @@
+// A calm little plot of an amplitude spectrum: frequency along, amplitude up, the highest line
+// marked. The line under the pointer is told in a tip.
+#pragma once
+
+#include <QWidget>
+
+#include "scope/spectrum.h"
+
+namespace servo::scope {
+
+class SpectrumPlot final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit SpectrumPlot(QWidget* parent);
+
+    void show_spectrum(Spectrum spectrum, const QString& unit);
+    void set_logarithmic(bool on);
+
+    // The highest line above 0 Hz; 0 when there is none.
+    std::size_t peak() const { return peak_; }
+    const Spectrum& spectrum() const { return spectrum_; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QRectF area() const;
+    double height_of(double amplitude, const QRectF& area) const;
+    double top() const;
+    void draw_grid(QPainter& painter, const QRectF& area) const;
+    void draw_curve(QPainter& painter, const QRectF& area) const;
+    void draw_peak(QPainter& painter, const QRectF& area) const;
+
+    Spectrum spectrum_;
+    QString unit_;
+    std::size_t peak_ = 0;
+    bool logarithmic_ = false;
+};
+
+// A step of 1, 2 or 5 times a power of ten that divides the range into about so many parts.
+double even_step(double range, int parts);
+
+}  // namespace servo::scope
