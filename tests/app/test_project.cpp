@@ -441,7 +441,7 @@ TEST(Open1, EveryWindowButTheLastCanBeNamed) {
 TEST(Project, SavedAndOpenedInAnotherRunGivesTheSameWindowsAndRowsProperty) {
     ProjectBench first;
     ProjectBench second;
-    rc::check("the working set comes back", [&] {
+    EXPECT_TRUE(rc::check("the working set comes back", [&] {
         first.project.new1();
         second.project.new1();
         for (link::Window* window : first.workstation.engine.all_windows) {
@@ -473,7 +473,7 @@ TEST(Project, SavedAndOpenedInAnotherRunGivesTheSameWindowsAndRowsProperty) {
                     RC_ASSERT(got.cell(row, column) == wanted.cell(row, column));
             }
         }
-    });
+    }));
 }
 
 }  // namespace

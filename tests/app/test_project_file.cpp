@@ -236,7 +236,7 @@ TEST(ProjectKey, ThatDoesNotFitIsNoObject) {
 
 // Whatever cells hold that neither split a row nor make it a section comes back as it was.
 TEST(ProjectFile, WhatIsWrittenIsReadProperty) {
-    rc::check("sections come back", [] {
+    EXPECT_TRUE(rc::check("sections come back", [] {
         const auto cell = [] {
             return *rc::gen::container<std::string>(
                 rc::gen::elementOf(std::string("0123456789ABCabc.-/]: \"&")));
@@ -261,7 +261,7 @@ TEST(ProjectFile, WhatIsWrittenIsReadProperty) {
             RC_ASSERT(reading.rows[i].rows == sections[i].rows);
             RC_ASSERT(reading.shown[i] == reading.rows[i].window);
         }
-    });
+    }));
 }
 
 // The same rules told once more, as steps on windows that change while the file is being read. The
@@ -323,7 +323,7 @@ Desk open_step_by_step(const std::vector<std::string>& lines) {
 }
 
 TEST(ProjectReader, ComesToWhatTheStepsComeToProperty) {
-    rc::check("any lines", [] {
+    EXPECT_TRUE(rc::check("any lines", [] {
         const auto line = rc::gen::weightedOneOf<std::string>(
             {{6, rc::gen::elementOf(std::vector<std::string>{
                      "[Basic]", "[VLoop]", "[Errors]", "[About]", "[modbus]", "[PosFlow]",
@@ -343,7 +343,7 @@ TEST(ProjectReader, ComesToWhatTheStepsComeToProperty) {
         RC_ASSERT(grids == desk.grids);
         RC_ASSERT(reading.shown == desk.on_top);
         RC_ASSERT(reading.stopped == desk.stopped);
-    });
+    }));
 }
 
 }  // namespace
