@@ -10,11 +10,6 @@ using namespace std::chrono_literals;
 // Longer than a drive takes for an answer, far shorter than the engine's patience.
 constexpr std::chrono::microseconds kAskAgain = 200ms;
 
-// An object that stays silent must not be taken for a dead line: meanwhile the fault word is read,
-// which every drive answers, so the engine's count of misses tells the two apart.
-constexpr std::chrono::microseconds kKeepAlive = 50ms;
-constexpr dictionary::WireKey kKeepAliveKey = 0x26010002;
-
 bool is_segment(std::uint8_t command) {
     return (command & 0xE0U) == 0;
 }
@@ -38,12 +33,14 @@ void AccessJob::start(dictionary::WireKey key) {
 
 void AccessJob::start_read(dictionary::Identity key, const std::string& type) {
     write_ = false;
+    again_ = true;
     decoder_ = dictionary::decoder_size(type);
     start(static_cast<dictionary::WireKey>(key) << 8 | dictionary::wire_size(type));
 }
 
-void AccessJob::start_write(dictionary::WireKey key, std::int32_t value) {
+void AccessJob::start_write(dictionary::WireKey key, std::int32_t value, bool again) {
     write_ = true;
+    again_ = again;
     value_ = value;
     start(key);
 }
@@ -57,7 +54,7 @@ void AccessJob::ask(link::Engine& engine) {
 
 void AccessJob::send_step(link::Engine& engine) {
     const std::chrono::microseconds now = engine.clock().now();
-    if (!sent_ || (!write_ && now - asked_at_ >= kAskAgain)) {
+    if (!sent_ || (again_ && now - asked_at_ >= kAskAgain)) {
         // A string that broke off is begun anew: nobody knows which segment was lost.
         engine.state.str_read_step = 0;
         answered_string_ = false;

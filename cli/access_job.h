@@ -1,6 +1,6 @@
 // One object access at a time on the engine: asks, waits for the drive's word, and lets the poller
 // go on. A read is asked again while the drive is silent; a write goes out once, since a repeated
-// write need not be harmless.
+// write need not be harmless, unless the caller knows that it is.
 #pragma once
 
 #include <chrono>
@@ -13,10 +13,15 @@
 
 namespace servo::cli {
 
+// An object that stays silent must not be taken for a dead line: meanwhile the fault word is read,
+// which every drive answers, so the engine's count of misses tells the two apart.
+inline constexpr std::chrono::microseconds kKeepAlive = std::chrono::milliseconds(50);
+inline constexpr dictionary::WireKey kKeepAliveKey = 0x26010002;
+
 class AccessJob final : public link::Job {
   public:
     void start_read(dictionary::Identity key, const std::string& type);
-    void start_write(dictionary::WireKey key, std::int32_t value);
+    void start_write(dictionary::WireKey key, std::int32_t value, bool again);
     // Gives up waiting; a late answer is nobody's.
     void stop() { active_ = false; }
 
@@ -40,6 +45,7 @@ class AccessJob final : public link::Job {
 
     bool active_ = false;
     bool write_ = false;
+    bool again_ = false;  // asked again while the drive is silent
     bool sent_ = false;
     bool answered_string_ = false;  // 0x41 has come: segments follow
     std::uint8_t warm_up_step_ = 0;

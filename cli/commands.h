@@ -9,6 +9,7 @@
 #include "cli/output.h"
 #include "cli/target.h"
 #include "dictionary/store.h"
+#include "link/engine.h"
 #include "link/port.h"
 
 namespace servo::cli {
@@ -41,6 +42,22 @@ void print_refusal(const Options& options, std::string_view text, const Output& 
 // Time in seconds since the first round, key, raw, text, unit.
 ExitStatus run_watch(const Options& options, const std::vector<Target>& targets,
                      LinkSession& session, const Output& output);
+
+// What `record` asks for, found in the dictionary.
+struct RecordTargets {
+    std::vector<Target> channels;
+    std::optional<Target> trigger;
+};
+// Nothing, and a message, when a key is none of the dictionary.
+std::optional<RecordTargets> find_record_targets(const Options& options,
+                                                 const dictionary::Store& dictionary,
+                                                 const Output& output);
+// What is wrong before the link is opened; kDone when nothing is. Prints a message.
+ExitStatus check_record(const Options& options, const RecordTargets& targets, const Output& output);
+// One recording into the file; prints the number of samples.
+ExitStatus run_record(const Options& options, const RecordTargets& targets,
+                      const dictionary::Store& dictionary, link::Engine& engine,
+                      LinkSession& session, const Output& output);
 
 // Word (1 or 2), bit mask, text: one row for each fault.
 ExitStatus run_faults(const Options& options, LinkSession& session, const Output& output);

@@ -43,12 +43,12 @@ std::chrono::microseconds EngineSession::now() const {
 }
 
 Outcome EngineSession::run_until(const std::function<bool()>& condition,
-                                 std::chrono::milliseconds limit) {
+                                 std::chrono::milliseconds limit, CtrlC ctrl_c) {
     const std::chrono::microseconds end = now() + limit;
     while (!condition()) {
         if (!open_) return Outcome::kLinkLost;
         if (now() >= end) return Outcome::kNoAnswer;
-        if (!pump_()) return Outcome::kInterrupted;
+        if (!pump_() && ctrl_c == CtrlC::kEnds) return Outcome::kInterrupted;
     }
     return Outcome::kDone;
 }
@@ -62,9 +62,9 @@ Outcome EngineSession::wait(const std::function<bool()>& condition,
     return outcome == Outcome::kNoAnswer && never_heard ? Outcome::kLinkLost : outcome;
 }
 
-Reply EngineSession::finish_access(std::chrono::milliseconds limit) {
+Reply EngineSession::finish_access(std::chrono::milliseconds limit, CtrlC ctrl_c) {
     const std::uint64_t frames = engine_.counters.frames;
-    const Outcome outcome = run_until([this] { return !job_.active(); }, limit);
+    const Outcome outcome = run_until([this] { return !job_.active(); }, limit, ctrl_c);
     job_.stop();
     if (outcome == Outcome::kDone) return job_.reply();
     Reply reply;
@@ -81,8 +81,20 @@ Reply EngineSession::read(dictionary::Identity key, const std::string& type,
 
 Reply EngineSession::write(dictionary::WireKey key, std::int32_t value,
                            std::chrono::milliseconds limit) {
-    job_.start_write(key, value);
+    job_.start_write(key, value, false);
     return finish_access(limit);
+}
+
+Reply EngineSession::write_setting(dictionary::WireKey key, std::int32_t value,
+                                   std::chrono::milliseconds limit) {
+    job_.start_write(key, value, true);
+    return finish_access(limit);
+}
+
+Reply EngineSession::write_last(dictionary::WireKey key, std::int32_t value,
+                                std::chrono::milliseconds limit) {
+    job_.start_write(key, value, true);
+    return finish_access(limit, CtrlC::kWaits);
 }
 
 }  // namespace servo::cli

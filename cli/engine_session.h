@@ -28,14 +28,23 @@ class EngineSession final : public LinkSession, private link::LinkControl {
                std::chrono::milliseconds limit) override;
     Reply write(dictionary::WireKey key, std::int32_t value,
                 std::chrono::milliseconds limit) override;
+    Reply write_setting(dictionary::WireKey key, std::int32_t value,
+                        std::chrono::milliseconds limit) override;
+    Reply write_last(dictionary::WireKey key, std::int32_t value,
+                     std::chrono::milliseconds limit) override;
     Outcome wait(const std::function<bool()>& condition, std::chrono::milliseconds limit) override;
     const link::FormulaOperands& operands() const override { return engine_.values().operands; }
     std::chrono::microseconds now() const override;
 
+    link::Engine& engine() { return engine_; }
+
   private:
     void communication() override;  // too many misses
-    Reply finish_access(std::chrono::milliseconds limit);
-    Outcome run_until(const std::function<bool()>& condition, std::chrono::milliseconds limit);
+    // Whether Ctrl-C ends a wait.
+    enum class CtrlC : std::uint8_t { kEnds, kWaits };
+    Reply finish_access(std::chrono::milliseconds limit, CtrlC ctrl_c = CtrlC::kEnds);
+    Outcome run_until(const std::function<bool()>& condition, std::chrono::milliseconds limit,
+                      CtrlC ctrl_c = CtrlC::kEnds);
 
     link::Engine& engine_;
     Pump pump_;

@@ -42,6 +42,14 @@ class LinkSession {
     virtual Reply write(dictionary::WireKey key, std::int32_t value,
                         std::chrono::milliseconds limit) = 0;
 
+    // As write, and sent again while the drive is silent: for what may be written twice.
+    virtual Reply write_setting(dictionary::WireKey key, std::int32_t value,
+                                std::chrono::milliseconds limit) = 0;
+
+    // As write_setting, when the user has pressed Ctrl-C too: the last word before leaving.
+    virtual Reply write_last(dictionary::WireKey key, std::int32_t value,
+                             std::chrono::milliseconds limit) = 0;
+
     // Lets the status lanes run until the condition holds. kNoAnswer when the time is over first.
     virtual Outcome wait(const std::function<bool()>& condition,
                          std::chrono::milliseconds limit) = 0;

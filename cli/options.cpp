@@ -11,6 +11,8 @@ namespace servo::cli {
 namespace {
 
 constexpr double kMaxTimeout = 3600.0;  // seconds
+constexpr std::size_t kMaxChannels = 4;
+constexpr int kDefaultOffset = 250;
 
 // What CLI11 fills before it becomes Options.
 struct Raw {
@@ -22,12 +24,41 @@ struct Raw {
     double timeout = 5.0;
     int id = 127;
     std::int64_t every = 1000;
+    std::string file;
+    std::string objects;  // KEY,KEY,...
+    std::string trigger;
+    std::string level;
+    int edge = 1;
+    std::optional<int> offset;
 };
 
 std::string check_key(std::string& text) {
     if (parse_key(text)) return {};
     return "KEY is six hexadecimal digits (index and sub-index, such as 606300), not '" + text +
            "'";
+}
+
+// "606300,60FF00": one to four keys.
+std::vector<std::string> split_keys(std::string_view text) {
+    std::vector<std::string> keys;
+    for (std::size_t from = 0; from <= text.size();) {
+        const std::size_t comma = std::min(text.find(',', from), text.size());
+        keys.emplace_back(text.substr(from, comma - from));
+        from = comma + 1;
+    }
+    return keys;
+}
+
+std::string check_keys(std::string& text) {
+    std::vector<std::string> keys = split_keys(text);
+    for (std::string& key : keys) {
+        std::string wrong = check_key(key);
+        if (!wrong.empty()) return wrong;
+    }
+    return keys.size() <= kMaxChannels
+               ? std::string()
+               : fmt::format("{} objects are too many: the drive records up to {} at once",
+                             keys.size(), kMaxChannels);
 }
 
 std::string check_baud(std::string& text) {
@@ -106,6 +137,45 @@ void add_dict(CLI::App& app, Raw& raw) {
             raw);
 }
 
+void add_record(CLI::App& app, Raw& raw) {
+    RecordOptions& record = raw.options.record;
+    CLI::App* command =
+        add_command(app, raw, CommandName::kRecord, "record", "Make one recording of the scope");
+    command->add_option("OUT", raw.file, "The .scope file to write")->required()->type_name("");
+    command->add_option("--objects", raw.objects, "Objects of channels 1 to 4, separated by commas")
+        ->required()
+        ->type_name("KEY,...")
+        ->check(CLI::Validator(check_keys, ""));
+    command->add_option("--period", record.period, "Sampling period in counts of 62.5 us")
+        ->capture_default_str()
+        ->type_name("N")
+        ->check(CLI::Range(1, 65535).description(""));
+    command->add_option("--samples", record.samples, "Samples of each channel")
+        ->capture_default_str()
+        ->type_name("N")
+        ->check(CLI::Range(1, 8192).description(""));
+    CLI::Option* trigger =
+        command->add_option("--trigger", raw.trigger, "Wait until this object passes the level")
+            ->type_name("KEY")
+            ->check(CLI::Validator(check_key, ""));
+    CLI::Option* level =
+        command->add_option("--level", raw.level, "Level, in the first unit of the trigger object")
+            ->type_name("TEXT")
+            ->needs(trigger);
+    trigger->needs(level);
+    command->add_option("--edge", raw.edge, "0 triggers on a falling value, 1 on a rising one")
+        ->capture_default_str()
+        ->type_name("0|1")
+        ->check(CLI::Range(0, 1).description(""))
+        ->needs(trigger);
+    command
+        ->add_option("--offset", raw.offset,
+                     "Samples kept from before the trigger; without it 250, or half of the samples "
+                     "if that is less")
+        ->type_name("N")
+        ->check(CLI::Range(0, 8191).description(""));
+}
+
 void add_commands(CLI::App& app, Raw& raw) {
     add_command(app, raw, CommandName::kPorts, "ports", "List the serial ports");
     add_dict(app, raw);
@@ -134,14 +204,24 @@ void add_commands(CLI::App& app, Raw& raw) {
         ->type_name("MS")
         ->check(CLI::NonNegativeNumber.description(""));
 
+    add_record(app, raw);
     add_command(app, raw, CommandName::kFaults, "faults", "Show the faults of the drive");
     add_command(app, raw, CommandName::kFormula, "formula",
                 "Evaluate formula requests from standard input");
 }
 
+void finish_record(const Raw& raw, RecordOptions& record) {
+    record.file = raw.file;
+    record.offset = raw.offset.value_or(std::min(kDefaultOffset, record.samples / 2));
+    if (raw.trigger.empty()) return;
+    record.trigger = {parse_key(raw.trigger).value_or(0), raw.level, raw.edge};
+}
+
 Options finish(Raw& raw) {
     Options options = std::move(raw.options);
     if (!raw.key.empty()) raw.keys.push_back(raw.key);
+    if (!raw.objects.empty()) raw.keys = split_keys(raw.objects);
+    finish_record(raw, options.record);
     for (const std::string& key : raw.keys)
         options.keys.push_back(parse_key(key).value_or(0));
     options.id = static_cast<std::uint8_t>(raw.id);

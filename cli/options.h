@@ -22,8 +22,24 @@ enum class CommandName : std::uint8_t {
     kRead,
     kWrite,
     kWatch,
+    kRecord,
     kFaults,
     kFormula,
+};
+
+// What `record` asks of the recorder, beside the objects.
+struct RecordOptions {
+    struct Trigger {
+        dictionary::Identity key = 0;
+        std::string level;  // as typed, in the first unit of the object
+        int edge = 1;       // 0 falling, 1 rising
+    };
+
+    std::filesystem::path file;
+    int period = 1;  // in counts of 62.5 us
+    int samples = 500;
+    int offset = 250;  // samples before the trigger
+    std::optional<Trigger> trigger;
 };
 
 struct Options {
@@ -37,11 +53,12 @@ struct Options {
     std::chrono::milliseconds timeout{5000};  // for each answer of the drive
 
     CommandName command = CommandName::kPorts;
-    std::vector<dictionary::Identity> keys;  // read, write, watch, dict show
+    std::vector<dictionary::Identity> keys;  // read, write, watch, dict show, record
     std::string text;                        // dict find, write
     std::string unit;                        // empty: the first unit of each object
     std::int64_t count = 0;                  // watch: rounds, 0 without end
     std::chrono::milliseconds every{1000};   // watch: from the start of a round to the next
+    RecordOptions record;
 };
 
 // The program ends here: help that was asked for, or wrong use.

@@ -29,10 +29,25 @@ ExitStatus run_on_link(const Options& options, const std::vector<Target>& target
         case CommandName::kPorts:
         case CommandName::kDictFind:
         case CommandName::kDictShow:
+        case CommandName::kRecord:
         case CommandName::kFormula:
             break;
     }
     return ExitStatus::kWrongUse;
+}
+
+ExitStatus record(const Options& options, const dictionary::Store& dictionary,
+                  Environment& environment, const Output& output) {
+    const std::optional<RecordTargets> targets = find_record_targets(options, dictionary, output);
+    if (!targets) return ExitStatus::kWrongUse;
+    const ExitStatus wrong = check_record(options, *targets, output);
+    if (wrong != ExitStatus::kDone) return wrong;
+    const OpenedLink link = environment.open_link(options);
+    if (link.session == nullptr || link.engine == nullptr) {
+        output.message("servoctl: " + link.error);
+        return link.status;
+    }
+    return run_record(options, *targets, dictionary, *link.engine, *link.session, output);
 }
 
 // Everything that can be refused by the dictionary alone is refused before a line is touched.
@@ -65,6 +80,8 @@ ExitStatus run_command(const Options& options, Environment& environment, const O
         return run_dict_find(options, dictionary, output);
     if (options.command == CommandName::kDictShow)
         return run_dict_show(options, dictionary, output);
+    if (options.command == CommandName::kRecord)
+        return record(options, dictionary, environment, output);
     return run_on_objects(options, dictionary, environment, output);
 }
 

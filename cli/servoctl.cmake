@@ -4,11 +4,14 @@ set(SERVO_CTL_PLAIN
     command_dict.cpp
     command_formula.cpp
     command_objects.cpp
+    command_record.cpp
     command_write.cpp
     drive_texts.cpp
     engine_session.cpp
     options.cpp
     output.cpp
+    recorder_run.cpp
+    recorder_watch.cpp
     run.cpp
     target.cpp)
 set(SERVO_CTL_QT

@@ -55,6 +55,20 @@ bool refers_to(const std::vector<Target>& targets, std::string_view reference) {
     });
 }
 
+// The first character that a page's editor would swallow.
+std::optional<std::string_view> refused_character(std::string_view text, std::string_view unit) {
+    for (std::size_t i = 0; i < text.size();) {
+        const std::string_view rest = text.substr(i);
+        const std::string_view character = base::utf8_prefix(rest, 1);
+        const bool passes =
+            character.size() == 1 &&
+            params::key_passes(static_cast<unsigned char>(character[0]), text.substr(0, i), unit);
+        if (!passes) return character;
+        i += character.size();
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<std::vector<Target>> find_targets(const Options& options,
@@ -90,6 +104,14 @@ bool has_way_back(std::string_view unit, std::string_view formula_list) {
     return formula_list.find("[" + std::string(unit)) != std::string_view::npos;
 }
 
+std::optional<std::string> check_typed(std::string_view text, const Target& target) {
+    if (!has_way_back(target.unit, target.row.formula))
+        return fmt::format("{} can't be written in '{}'", key_text(target.key), target.unit);
+    if (const auto character = refused_character(text, target.unit))
+        return fmt::format("'{}' is no part of a number in {}", *character, target.unit);
+    return std::nullopt;
+}
+
 Outcome wait_for_scaling(const std::vector<Target>& targets, LinkSession& session,
                          std::chrono::milliseconds limit, const Output& output) {
     for (const OperandName& name : kOperands) {
@@ -102,6 +124,27 @@ Outcome wait_for_scaling(const std::vector<Target>& targets, LinkSession& sessio
         output.message(fmt::format(
             "servoctl: the drive does not give {}, which the unit is computed with", name.object));
         return outcome;
+    }
+    return Outcome::kDone;
+}
+
+Outcome wait_for_operands(LinkSession& session, std::chrono::milliseconds limit,
+                          const Output& output) {
+    for (const OperandName& name : kOperands) {
+        const link::Operand& operand = session.operands().*name.operand;
+        if (!name.required) {
+            // The status lanes ask for it too, but they do not tell silence from a refusal.
+            const dictionary::Identity key = parse_key(name.object).value_or(0);
+            const Outcome there = session.read(key, "int32", limit).outcome;
+            if (there == Outcome::kLinkLost || there == Outcome::kInterrupted) return there;
+            if (there != Outcome::kDone) continue;
+        }
+        const Outcome outcome = session.wait([&operand] { return operand.seen; }, limit);
+        if (outcome == Outcome::kDone) continue;
+        if (outcome != Outcome::kNoAnswer) return outcome;
+        if (name.required)
+            output.message(fmt::format(
+                "servoctl: the drive does not give {}; the file holds 0 for it", name.object));
     }
     return Outcome::kDone;
 }

@@ -36,6 +36,14 @@ class FakeSession final : public LinkSession {
         writes.emplace_back(key, value);
         return write_answer;
     }
+    Reply write_setting(dictionary::WireKey key, std::int32_t value,
+                        std::chrono::milliseconds limit) override {
+        return write(key, value, limit);
+    }
+    Reply write_last(dictionary::WireKey key, std::int32_t value,
+                     std::chrono::milliseconds limit) override {
+        return write(key, value, limit);
+    }
     Outcome wait(const std::function<bool()>& condition, std::chrono::milliseconds limit) override {
         if (condition()) return Outcome::kDone;
         if (accesses_until_ctrl_c-- <= 0) return Outcome::kInterrupted;

@@ -79,6 +79,35 @@ TEST(Options, WatchTakesCountAndPeriod) {
     EXPECT_EQ(good({"watch", "606300"}).count, 0);
 }
 
+TEST(Options, RecordTakesAFileObjectsAndTheScreensDefaults) {
+    const Options options = good({"record", "out.scope", "--objects", "606300,60ff00"});
+    EXPECT_EQ(options.command, CommandName::kRecord);
+    EXPECT_EQ(options.keys, (std::vector<dictionary::Identity>{0x606300, 0x60FF00}));
+    EXPECT_EQ(options.record.file, "out.scope");
+    EXPECT_EQ(options.record.period, 1);
+    EXPECT_EQ(options.record.samples, 500);
+    EXPECT_EQ(options.record.offset, 250);
+    EXPECT_FALSE(options.record.trigger.has_value());
+}
+
+TEST(Options, RecordTakesATriggerWithALevelThatMayBeNegative) {
+    const Options options =
+        good({"record", "--objects", "606300", "out.scope", "--period", "16", "--samples", "2000",
+              "--trigger", "60FF00", "--level", "-12.5", "--edge", "0", "--offset", "0", "--json"});
+    EXPECT_EQ(options.record.file, "out.scope");
+    EXPECT_EQ(options.record.period, 16);
+    EXPECT_EQ(options.record.samples, 2000);
+    EXPECT_EQ(options.record.offset, 0);
+    ASSERT_TRUE(options.record.trigger.has_value());
+    EXPECT_EQ(options.record.trigger->key, 0x60FF00);
+    EXPECT_EQ(options.record.trigger->level, "-12.5");
+    EXPECT_EQ(options.record.trigger->edge, 0);
+    EXPECT_TRUE(options.json);
+    EXPECT_EQ(good({"record", "o", "--objects", "606300", "--trigger", "606300", "--level", "1"})
+                  .record.trigger->edge,
+              1);
+}
+
 TEST(Options, DictHasTwoCommandsOfItsOwn) {
     const Options find = good({"dict", "find", "velocity loop"});
     EXPECT_EQ(find.command, CommandName::kDictFind);
@@ -114,6 +143,24 @@ TEST(Options, WrongUseEndsWithTwo) {
         {"watch", "606300", "--count", "0"},
         {"watch", "606300", "--every", "-1"},
         {"ports", "ports"},
+        {"record", "out.scope"},
+        {"record", "--objects", "606300"},
+        {"record", "out.scope", "--objects", ""},
+        {"record", "out.scope", "--objects", "606300,"},
+        {"record", "out.scope", "--objects", "606300,60630G"},
+        {"record", "out.scope", "--objects", "606300 607A00"},
+        {"record", "out.scope", "--objects", "606000,606100,606200,606300,606400"},
+        {"record", "out.scope", "--objects", "606300", "--period", "0"},
+        {"record", "out.scope", "--objects", "606300", "--period", "65536"},
+        {"record", "out.scope", "--objects", "606300", "--samples", "0"},
+        {"record", "out.scope", "--objects", "606300", "--samples", "8193"},
+        {"record", "out.scope", "--objects", "606300", "--samples", "x"},
+        {"record", "out.scope", "--objects", "606300", "--offset", "-1"},
+        {"record", "out.scope", "--objects", "606300", "--trigger", "606300"},
+        {"record", "out.scope", "--objects", "606300", "--level", "5"},
+        {"record", "out.scope", "--objects", "606300", "--edge", "1"},
+        {"record", "out.scope", "--objects", "606300", "--trigger", "606300", "--level", "5",
+         "--edge", "2"},
     };
     for (const std::vector<std::string>& line : lines) {
         const EarlyEnd end = ended(line);
@@ -131,7 +178,8 @@ TEST(Options, WrongKeyIsNamed) {
 TEST(Options, HelpAndVersionGoToStandardOutput) {
     const EarlyEnd help = ended({"--help"});
     EXPECT_EQ(help.status, ExitStatus::kDone);
-    for (const char* word : {"ports", "dict", "read", "write", "watch", "faults", "formula"})
+    for (const char* word :
+         {"ports", "dict", "read", "write", "watch", "faults", "formula", "record"})
         EXPECT_NE(help.out.find(word), std::string::npos) << word;
     EXPECT_NE(ended({"watch", "--help"}).out.find("--every"), std::string::npos);
     EXPECT_TRUE(ended({"--version"}).out.starts_with("servoctl "));
