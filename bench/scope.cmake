@@ -1,2 +1,7 @@
 servo_bench(scope_math SOURCES bench_scope_math.cpp LINKS servo_scope)
 target_include_directories(bench_scope_math PRIVATE ${CMAKE_SOURCE_DIR})
+if(SERVO_QT)
+    servo_bench(scope_plot SOURCES bench_scope_plot.cpp LINKS servo_scope_ui)
+    target_include_directories(bench_scope_plot PRIVATE ${CMAKE_SOURCE_DIR})
+    target_compile_definitions(bench_scope_plot PRIVATE QT_NO_KEYWORDS)
+endif()

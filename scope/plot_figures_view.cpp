@@ -11,7 +11,8 @@ namespace {
 
 constexpr double kShapeDistance = 200.0;
 constexpr double kDotDistance = 9.0;  // samples nearer than this need no dots
-constexpr double kFlagTip = 5.0;      // room for the arrow of a flag at the edge
+constexpr double kNameDistance = 6.0;
+constexpr double kFlagTip = 5.0;  // room for the arrow of a flag at the edge
 
 // Places samples on the surface.
 class CurvePlaces {
@@ -83,6 +84,28 @@ std::vector<PlacedShape> placed_shapes(const PlotScene& scene, const PictureFram
         add_shapes(shapes, places, curve.channel, frame.place);
     }
     return shapes;
+}
+
+std::vector<PlacedName> placed_names(const PlotScene& scene, const PictureFrame& frame) {
+    std::vector<PlacedName> names;
+    const PlotArea units{0, 0, kPictureWidth, kPictureHeight};
+    for (const SceneReference& reference : scene.references) {
+        if (reference.values.empty()) continue;
+        const double step = reference.times.step;
+        const double behind = (scene.window.last - reference.times.first_at) / step;
+        const double last = static_cast<double>(reference.values.size()) - 1;
+        const double place = std::clamp(std::floor(behind), 0.0, last);
+        const double index = reference.times.first_at + place * step;
+        const double y =
+            reference.transform.y(reference.values[static_cast<std::size_t>(place)], units);
+        if (y < 0 || y > kPictureHeight) continue;
+        // "R1 11:02:33" is R1 here.
+        const std::string name = reference.name.substr(0, reference.name.find(' '));
+        names.push_back({{frame.x(reference.transform.x(index, units)) - kNameDistance, frame.y(y)},
+                         reference.channel,
+                         QString::fromStdString(name)});
+    }
+    return names;
 }
 
 std::vector<PlacedFlag> placed_flags(const PlotScene& scene, const PictureFrame& frame,

@@ -3,6 +3,7 @@
 
 #include <QFont>
 #include <QPointF>
+#include <QString>
 #include <vector>
 
 #include "scope/plot_scene.h"
@@ -19,6 +20,14 @@ struct PlacedShape {
 };
 // Shapes at even distances, those of the four channels in turn.
 std::vector<PlacedShape> placed_shapes(const PlotScene& scene, const PictureFrame& frame);
+
+// Names of references at the right end of their curves, where these are seen.
+struct PlacedName {
+    QPointF at;
+    int channel = 0;
+    QString text;
+};
+std::vector<PlacedName> placed_names(const PlotScene& scene, const PictureFrame& frame);
 
 struct PlacedFlag {
     QPointF tip;

@@ -17,6 +17,7 @@ constexpr double kReferencePen = 1.0;
 constexpr int kTicks = 5;  // in a division
 constexpr double kTickLength = 3.0;
 constexpr double kPaperHairline = 0.5;
+constexpr double kEmptyGap = 8.0;
 
 QColor colour(std::uint32_t argb) {
     return QColor::fromRgba(argb);
@@ -87,22 +88,28 @@ void paint_grid(QPainter& painter, const PictureFrame& frame) {
 void paint_empty(QPainter& painter, const QRectF& place, base::Language language,
                  const QFont& font) {
     const auto texts = empty_texts(language);
+    const QString head = QString::fromStdString(texts[0]);
+    const QString next = QString::fromStdString(texts[1]);
     QFont large = font;
     large.setPointSizeF(font.pointSizeF() > 0 ? font.pointSizeF() * 1.4 : 14);
-    const QFontMetricsF metrics(large);
-    QRectF box = place;
-    box.setHeight(metrics.height());
-    box.moveBottom(place.center().y() - 8);
-    painter.fillRect(
-        box.adjusted(place.width() / 4, -8, -place.width() / 4, QFontMetricsF(font).height() + 20),
-        colour(palette::kPlot));
-    painter.setPen(colour(palette::kMutedText));
+    const QFontMetricsF large_metrics(large);
+    const QFontMetricsF metrics(font);
+    const double width =
+        std::max(large_metrics.horizontalAdvance(head), metrics.horizontalAdvance(next));
+    const double height = large_metrics.height() + metrics.height() + kEmptyGap;
+    QRectF box(0, 0, std::ceil(width), std::ceil(height));
+    box.moveCenter(place.center());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour(palette::kFrame), 1.0));
+    painter.setBrush(colour(palette::kPlot));
+    painter.drawRoundedRect(
+        box.adjusted(-4 * kEmptyGap, -2 * kEmptyGap, 4 * kEmptyGap, 2 * kEmptyGap), 6, 6);
     painter.setFont(large);
-    painter.drawText(box, Qt::AlignCenter, QString::fromStdString(texts[0]));
+    painter.setPen(colour(palette::kText));
+    painter.drawText(box, Qt::AlignHCenter | Qt::AlignTop, head);
     painter.setFont(font);
-    box.setHeight(QFontMetricsF(font).height() + 4);
-    box.moveTop(place.center().y() + 4);
-    painter.drawText(box, Qt::AlignCenter, QString::fromStdString(texts[1]));
+    painter.setPen(colour(palette::kMutedText));
+    painter.drawText(box, Qt::AlignHCenter | Qt::AlignBottom, next);
 }
 
 CurveLine line_of(std::span<const float> heights, SampleTimes times,
@@ -219,6 +226,8 @@ void PlotPicture::paint_curves() {
 void PlotPicture::paint_figures(const PictureFrame& frame) {
     sprites_.prepare(font_, frame.ratio);
     QPainter painter(&image_);
+    for (const PlacedName& name : placed_names(scene_, frame))
+        draw_name(painter, name.at, name.channel, name.text, font_);
     for (const PlacedShape& shape : placed_shapes(scene_, frame)) {
         if (shape.dot)
             sprites_.dot(painter, shape.at, shape.channel);
@@ -251,6 +260,8 @@ void paint_picture(QPainter& painter, const QRectF& place, const PlotScene& scen
             painter,
             curve_points(curve.values, curve.times, curve.transform, area, CurveRaster::kStripes),
             palette::kCurves.at(static_cast<std::size_t>(curve.channel)), kCurvePen);
+    for (const PlacedName& name : placed_names(scene, frame))
+        draw_name(painter, name.at, name.channel, name.text, font);
     for (const PlacedShape& shape : placed_shapes(scene, frame)) {
         if (shape.dot)
             draw_dot(painter, shape.at, shape.channel);

@@ -94,6 +94,21 @@ void draw_flag(QPainter& painter, QPointF tip, int channel, FlagEnd end, const Q
     painter.drawText(body, Qt::AlignCenter, QString::number(channel + 1));
 }
 
+void draw_name(QPainter& painter, QPointF at, int channel, const QString& name, const QFont& font) {
+    const QFontMetricsF metrics(font);
+    QRectF box(0, 0, std::ceil(metrics.horizontalAdvance(name)) + 2 * kTagGap,
+               std::ceil(metrics.height()));
+    box.moveTopLeft({at.x() - box.width(), at.y() - box.height() / 2});
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(
+        QPen(QColor::fromRgba(palette::kReferences.at(static_cast<std::size_t>(channel))), 1.0));
+    painter.setBrush(QColor::fromRgba(palette::kBox));
+    painter.drawRoundedRect(box, 3, 3);
+    painter.setFont(font);
+    painter.setPen(colour_of(channel));
+    painter.drawText(box, Qt::AlignCenter, name);
+}
+
 QRectF draw_tag(QPainter& painter, QPointF at, TagPlace place, const QString& text,
                 const QFont& font, const QRectF& inside) {
     const QFontMetricsF metrics(font);

@@ -21,6 +21,9 @@ void draw_dot(QPainter& painter, QPointF middle, int channel);
 void draw_flag(QPainter& painter, QPointF tip, int channel, FlagEnd end, const QFont& font);
 QSizeF flag_size(const QFont& font);
 
+// The name of a reference, ending at `at`.
+void draw_name(QPainter& painter, QPointF at, int channel, const QString& name, const QFont& font);
+
 // Text on a filled rounded box. Returns the box.
 enum class TagPlace : std::uint8_t { kTopCentre, kRightMiddle };
 QRectF draw_tag(QPainter& painter, QPointF at, TagPlace place, const QString& text,
