@@ -43,6 +43,16 @@ constexpr std::array kEntries{
     Entry{"60FB01", "Unsigned16", "RW"},     Entry{"607100", "Integer16", "RW"},
     Entry{"60C202", "Integer8", "RW"},       Entry{"606300", "Integer32", "R"},
     Entry{"609800", "Integer8", "RW"},       Entry{"205001", "Unsigned8", "RW"},
+    Entry{"60F916", "Integer32", "R"},       Entry{"607800", "Integer16", "R"},
+    Entry{"230001", "Unsigned32", "RW"},     Entry{"230002", "Unsigned32", "RW"},
+    Entry{"230003", "Unsigned32", "RW"},     Entry{"230004", "Unsigned32", "RW"},
+    Entry{"230005", "Unsigned32", "RW"},     Entry{"230006", "Unsigned32", "RW"},
+    Entry{"230007", "Unsigned8", "RWL"},     Entry{"230008", "Unsigned16", "RW"},
+    Entry{"230009", "Unsigned16", "RW"},     Entry{"23000A", "Unsigned16", "RW"},
+    Entry{"23000B", "Unsigned8", "RW"},      Entry{"23000C", "Unsigned32", "RW"},
+    Entry{"23000D", "Integer32", "RW"},      Entry{"23000E", "Unsigned16", "RL"},
+    Entry{"23000F", "Unsigned16", "RL"},     Entry{"230010", "Unsigned8", "RL"},
+    Entry{"230012", "Unsigned8", "RW"},      Entry{"230013", "Visible String", "R"},
 };
 
 std::string dictionary_file() {
@@ -80,6 +90,10 @@ void check(servo::sim::Drive& drive) {
         const unsigned sum = std::accumulate(sent.bytes.begin(), sent.bytes.end(), 0U);
         require((sum & 0xFFU) == 0, "an answer has a right checksum");
     }
+    const auto rows = drive.value(0x23000E).value_or(0);
+    const auto buffer = drive.text(0x230013).value_or("");
+    require(rows <= 8192 && buffer.size() <= 8192, "a recording fits its buffer");
+    require(drive.value(0x230007).value_or(0) <= 3, "the recorder has four states");
     const auto& statistics = drive.statistics();
     require(statistics.answers <= statistics.frames, "no answer without a request");
 }
