@@ -186,3 +186,18 @@ TEST_F(AcquisitionPass, TriggerPickIsNotOverwrittenByTheReadUnderWay) {
     tick();
     EXPECT_EQ(channel(kTrigger).objectList.ListIndex, 2);
 }
+
+TEST_F(AcquisitionPass, PickBehindTwoUnansweredReadsIsNotOverwrittenByTheFirst) {
+    turns(13, {kCurrent, 0, 0, 0, 0, 0});
+    ASSERT_EQ(tick(), (Frames{read_of(1)}));
+    tick();
+    ASSERT_EQ(tick(), (Frames{read_of(2)}));
+    acquisition.pick_object(0, 0);
+    feed(payload(0x43, 0x230001, kCurrent));
+    feed(payload(0x43, 0x230002, 0));
+    tick();
+    EXPECT_EQ(data.driveConfigNext, 0);
+    turns(24, {0, 0, 0, 0, 0, 0});
+    EXPECT_EQ(channel(0).objectList.ListIndex, 0);
+    EXPECT_FALSE(channel(0).enable);
+}
