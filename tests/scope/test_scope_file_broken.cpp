@@ -40,7 +40,7 @@ TEST(BrokenScopeFile, AWrongFirstLineChangesNothing) {
     const std::string rest = lines_of({"9,9,9,9,9", "a,6322176", kOff, kOff, kOff, "1,2,3,4"});
     for (const std::string first : {"16", "16,3,", "16,3,5", ",,", "16;3", " ", "\xFF\xFE"}) {
         Program program = live_program();
-        EXPECT_EQ(program.read(first + "\r\n" + rest), Imported::kRefused) << first;
+        EXPECT_EQ(program.read(lines_of({first}) + rest), Imported::kRefused) << first;
         EXPECT_EQ(program.text(), live_program().text()) << first;
         EXPECT_EQ(program.data.Label18, "250us");
         EXPECT_EQ(operands_seen(program.operands), kAllSeen);
