@@ -94,5 +94,30 @@ TEST_F(ShippedDrive, TheGainScaleIsThatOfItsMotor) {
     EXPECT_EQ(drive_->value(0x60F912), 60);
 }
 
+// The objects that an oscilloscope offers first, alone and with their widths in the dictionary.
+TEST_F(ShippedDrive, RecordsTheCommonObjects) {
+    ASSERT_TRUE(loaded_);
+    for (const auto& [key, bits] : {std::pair{0x607800, 16},
+                                    {0x60F60C, 16},
+                                    {0x60F916, 32},
+                                    {0x606300, 32},
+                                    {0x606B00, 32},
+                                    {0x60FB08, 16},
+                                    {0x60FC00, 32}}) {
+        drive_->set_value(0x230001, bits == 16 ? std::int64_t{key} << 8 | bits : 0);
+        drive_->set_value(0x230005, bits == 32 ? std::int64_t{key} << 8 | bits : 0);
+        const auto started = ask({0x2F, 0x00, 0x23, 0x07, 1, 0, 0, 0});
+        ASSERT_TRUE(started) << std::hex << key;
+        EXPECT_EQ((*started)[0], 0x60) << std::hex << key;
+        now_ += std::chrono::milliseconds(40);
+        drive_->advance(now_);
+        const auto state = ask({0x40, 0x00, 0x23, 0x07, 0, 0, 0, 0});
+        EXPECT_EQ(state, (Eight{0x4F, 0x00, 0x23, 0x07, 0, 0, 0, 0})) << std::hex << key;
+        const auto buffer = ask({0x40, 0x00, 0x23, 0x13, 0, 0, 0, 0});
+        ASSERT_TRUE(buffer);
+        EXPECT_EQ((*buffer)[4] | (*buffer)[5] << 8, 500 * bits / 8) << std::hex << key;
+    }
+}
+
 }  // namespace
 }  // namespace servo::sim::test
