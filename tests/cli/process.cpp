@@ -97,13 +97,21 @@ bool Process::read_some(int milliseconds) {
     return out_pipe_ >= 0 || err_pipe_ >= 0;
 }
 
-bool Process::wait_for(std::string_view text) {
+bool Process::wait_in(const std::string& where, const int& pipe, std::string_view text) {
     const auto end = Clock::now() + kPatience;
-    while (out_.find(text) == std::string::npos) {
-        if (Clock::now() > end || out_pipe_ < 0) return false;
+    while (where.find(text) == std::string::npos) {
+        if (Clock::now() > end || pipe < 0) return false;
         read_some(50);
     }
     return true;
+}
+
+bool Process::wait_for(std::string_view text) {
+    return wait_in(out_, out_pipe_, text);
+}
+
+bool Process::wait_for_err(std::string_view text) {
+    return wait_in(err_, err_pipe_, text);
 }
 
 int Process::wait() {

@@ -22,6 +22,7 @@ class Process {
 
     // Reads standard output until it holds the text; false when the program ends or time is over.
     bool wait_for(std::string_view text);
+    bool wait_for_err(std::string_view text);  // likewise, on standard error
     // Reads until the program has ended. Its status, -1 when time is over, 128 and more for a
     // signal.
     int wait();
@@ -29,11 +30,14 @@ class Process {
     const std::string& out() const { return out_; }
     const std::string& err() const { return err_; }
 
+    pid_t pid() const { return pid_; }
+
     // Whether a process of this one's session is still there (it has one of its own).
     bool session_alive() const;
 
   private:
     bool read_some(int milliseconds);
+    bool wait_in(const std::string& where, const int& pipe, std::string_view text);
 
     pid_t pid_ = -1;
     int in_ = -1;

@@ -5,61 +5,16 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "base/temp_folder.h"
-#include "cli/process.h"
+#include "cli/running_drive.h"
 
 namespace servo::cli {
 namespace {
 
 using test::Process;
-
-std::string program(const char* name) {
-    return std::string(SERVO_BIN_DIR) + "/" + name;
-}
-
-struct Result {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-Result run(std::vector<std::string> arguments, std::string_view input = {}) {
-    arguments.insert(arguments.begin(), program("servoctl"));
-    Process process(std::move(arguments));
-    process.write(input);
-    process.close_input();
-    const int status = process.wait();
-    return {status, process.out(), process.err()};
-}
-
-// A simulated drive that outlives single commands.
-class RunningDrive {
-  public:
-    explicit RunningDrive(std::vector<std::string> arguments = {})
-        : process_(words(folder_, std::move(arguments))) {
-        EXPECT_TRUE(process_.wait_for("line: ")) << process_.err();
-    }
-    std::string line() const { return (folder_ / "line").string(); }
-    Result ctl(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), {"--port", line()});
-        return run(std::move(arguments));
-    }
-    void unplug() {
-        process_.signal(SIGKILL);
-        process_.wait();
-    }
-
-  private:
-    static std::vector<std::string> words(const TempFolder& folder,
-                                          std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(),
-                         {program("drive-sim"), "--link", (folder / "line").string()});
-        return arguments;
-    }
-
-    TempFolder folder_;
-    Process process_;
-};
+using test::program;
+using test::Result;
+using test::run;
+using test::RunningDrive;
 
 TEST(ServoctlProcess, SimulatedDriveIsReadAndEndsWithTheCommand) {
     Process process({program("servoctl"), "--sim", "read", "606300", "607A00"});
