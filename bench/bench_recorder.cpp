@@ -1,12 +1,10 @@
 // What sampling four objects at every step of the loop costs the simulated drive, against the same
 // drive turning the same way without a recording.
 #include <array>
-#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "bench/ratio.h"
 #include "dictionary/store.h"
