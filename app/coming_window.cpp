@@ -21,10 +21,8 @@ struct WindowPicture {
 };
 
 // Windows that have a button in the toolbar are known by its picture.
-constexpr WindowPicture kPictures[] = {{"DigitalIO", "IOpic"},
-                                       {"Errors", "errorgray"},
-                                       {"Scope", "scopepic"},
-                                       {"imexport", "exportpic"}};
+constexpr WindowPicture kPictures[] = {
+    {"DigitalIO", "IOpic"}, {"Errors", "errorgray"}, {"imexport", "exportpic"}};
 
 QIcon picture_of(std::string_view window) {
     for (const WindowPicture& entry : kPictures)

@@ -1,9 +1,12 @@
 #include "app/shell_windows.h"
 
+#include <QTime>
+
 #include "app/about_window.h"
 #include "app/coming_window.h"
 #include "app/form1_window.h"
 #include "app/style.h"
+#include "app/user_dialogs.h"
 #include "app/window_host.h"
 #include "app/window_table.h"
 #include "params/modbus_window.h"
@@ -11,6 +14,7 @@
 #include "params/object_browser_window.h"
 #include "params/page_window.h"
 #include "params/tabbed_page_window.h"
+#include "scope/scope_window.h"
 
 namespace servo::app {
 
@@ -87,6 +91,28 @@ void add_lists(Adder& adder, Workstation& workstation) {
     });
 }
 
+scope::ScopeDialogs scope_dialogs(UserDialogs& dialogs) {
+    const auto ask = [&dialogs](FileRequest::Kind kind, const scope::FileQuestion& question) {
+        return dialogs.ask_file(
+            {kind, question.title, question.filter, question.suffix, question.name});
+    };
+    return {
+        .ask_save = [ask](const auto& question) { return ask(FileRequest::Kind::kSave, question); },
+        .ask_open = [ask](const auto& question) { return ask(FileRequest::Kind::kOpen, question); },
+        .tell = [&dialogs](std::string_view title,
+                           std::string_view text) { dialogs.show(title, text); },
+        .time_of_day = [] { return from_qt(QTime::currentTime().toString(u"HH:mm:ss")); }};
+}
+
+void add_scope(Adder& adder, Workstation& workstation, const WindowHooks& hooks) {
+    const auto make = [&workstation, &dialogs = hooks.dialogs, pick = hooks.pick_object] {
+        auto* window = new scope::ScopeWindow(workstation.scope, scope_dialogs(dialogs));
+        QObject::connect(window, &scope::ScopeWindow::object_asked, window, pick);
+        return window;
+    };
+    adder.add("Scope", make);
+}
+
 void add_coming(Adder& adder) {
     for (const WindowDefinition& definition : window_table())
         if (definition.state == WindowState::kComing)
@@ -102,6 +128,7 @@ void add_shell_windows(WindowHost& host, Workstation& workstation, const WindowH
     add_dialogs(adder, workstation, hooks);
     add_pages(adder, workstation, hooks);
     add_lists(adder, workstation);
+    add_scope(adder, workstation, hooks);
     add_coming(adder);
 }
 
