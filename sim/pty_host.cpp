@@ -142,6 +142,7 @@ void PtyHost::send() {
         outgoing_.put(transmission.bytes, transmission.at);
         if (options_.print_frames) print('>', transmission.at, transmission.bytes);
     }
+    if (options_.print_frames) print_unseen();
     const std::vector<PacedBytes::Byte> through = outgoing_.take(now());
     if (through.empty()) return;
     std::vector<std::uint8_t> bytes;
@@ -149,6 +150,15 @@ void PtyHost::send() {
     for (const PacedBytes::Byte& byte : through)
         bytes.push_back(byte.value);
     line_.write(bytes);
+}
+
+// Whoever judges a receiver by the frames has to know which of them no receiver could tell.
+void PtyHost::print_unseen() {
+    for (; unseen_ < drive_.statistics().unseen; ++unseen_) {
+        fmt::print("{:.6f} ! a frame was changed and has a right checksum\n",
+                   static_cast<double>(now().count()) / 1e9);
+        std::fflush(stdout);
+    }
 }
 
 // Ten bytes at a time, or as many as came before a pause.

@@ -31,6 +31,7 @@ class PtyHost {
     void step();
     void send();
     void print_heard(std::chrono::nanoseconds time);
+    void print_unseen();
 
     Drive& drive_;
     PtyLine& line_;
@@ -40,6 +41,7 @@ class PtyHost {
     PacedBytes outgoing_;
     std::chrono::nanoseconds last_heard_{0};
     std::vector<PacedBytes::Byte> heard_;  // not printed yet
+    std::uint64_t unseen_ = 0;             // frames changed unseen, printed so far
 };
 
 }  // namespace servo::sim
