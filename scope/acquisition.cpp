@@ -186,7 +186,8 @@ void Acquisition::enter_text4() {
 // Letters pass for the sake of units such as HEX.
 bool Acquisition::passes_filter(char32_t key, std::string_view text) {
     if (key == kBackspace) return true;
-    if (key == U'.' || key == U'-') return text.find(static_cast<char>(key)) == text.npos;
+    if (key == U'.' || key == U'-')
+        return text.find(static_cast<char>(key)) == std::string_view::npos;
     return (key >= U'0' && key <= U'9') || (key >= U'A' && key <= U'Z') ||
            (key >= U'a' && key <= U'z');
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <ostream>
 #include <string>
 #include <vector>
 

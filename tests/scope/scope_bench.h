@@ -2,6 +2,7 @@
 // whose recorder plays a script.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <random>
 #include <string>

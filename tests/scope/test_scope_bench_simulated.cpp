@@ -2,6 +2,8 @@
 // the dictionary that is shipped.
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "scope/scope_bench.h"
 #include "support/sim_bench.h"
 
