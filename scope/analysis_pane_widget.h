@@ -1,15 +1,13 @@
-// What looks closer at the visible window: statistics, spectrum, references. Each is shown when its
-// tool is on, side by side; nothing is computed for one that is not shown.
+// What looks closer at the visible window: statistics and spectrum. Each is shown when its tool is
+// on, side by side; nothing is computed for one that is not shown.
 #pragma once
 
 #include <QWidget>
-#include <array>
 
 #include "scope/tool_row_widget.h"
 
 namespace servo::scope {
 
-class ReferencePanelWidget;
 class SpectrumPanelWidget;
 class StatisticsPanelWidget;
 
@@ -17,19 +15,16 @@ class AnalysisPaneWidget final : public QWidget {
     Q_OBJECT
 
   public:
-    AnalysisPaneWidget(PanelContext context, QWidget* parent);
+    AnalysisPaneWidget(const Oscilloscope& scope, QWidget* parent);
 
-    void show_panel(int panel, bool shown);
-    void refresh_lists();  // what is kept
-    void refresh_plots();  // figures and spectrum of the window that is visible now
+    void show_panel(AnalysisPanel panel, bool shown);
+    void refresh();  // from the window that is visible now
     void apply_language(base::Language language);
 
   private:
-    PanelContext context_;
+    const Oscilloscope& scope_;
     StatisticsPanelWidget* statistics_;
     SpectrumPanelWidget* spectrum_;
-    ReferencePanelWidget* references_;
-    std::array<QWidget*, kAnalysisPanels> panels_{};
 };
 
 }  // namespace servo::scope

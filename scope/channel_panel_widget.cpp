@@ -133,7 +133,7 @@ void ChannelPanelWidget::make_row(int channel, QGridLayout& grid) {
     grid.addWidget(named(new CurveChip(channel, this), control("Label", 1 + channel)), line, kChip);
     row.enable = make_check(this, control("Check", 14 - channel), {});
     row.object = new PickListWidget(control("Combo", 1 + channel), kObjectCharacters, this);
-    row.another = make_tool(this, numbered("ObjectButton", channel), "object");
+    row.another = make_row_tool(this, numbered("ObjectButton", channel), "object");
     row.unit = new PickListWidget(control("Combo", 5 + channel), kUnitCharacters, this);
     row.scale = number_box(this, control("Text", 5 + channel));
     row.offset = number_box(this, control("Text", 9 + channel));

@@ -39,7 +39,7 @@ CursorPanelWidget::CursorPanelWidget(PanelContext context, QWidget* parent)
 
 QToolButton* CursorPanelWidget::step(const char* name, const char* icon, base::Text text,
                                      std::function<void()> run) {
-    QToolButton* button = make_tool(this, name, icon);
+    QToolButton* button = make_row_tool(this, name, icon);
     button->setAutoRepeat(true);
     connect(button, &QToolButton::clicked, this, [this, run = std::move(run)] {
         run();

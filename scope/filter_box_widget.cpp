@@ -13,6 +13,7 @@ namespace servo::scope {
 namespace {
 
 constexpr char32_t kFirstPrintable = 0x20;
+constexpr int kDigits = 8;
 
 bool is_character(const QString& text) {
     const auto characters = text.toUcs4();
@@ -27,6 +28,11 @@ FilterBox::FilterBox(std::string_view name, QWidget* parent) : QLineEdit(parent)
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setDragEnabled(false);
     setAcceptDrops(false);
+}
+
+QSize FilterBox::sizeHint() const {
+    const QString digits(kDigits, QLatin1Char('0'));
+    return {fontMetrics().horizontalAdvance(digits) + 2 * kGap, QLineEdit::sizeHint().height()};
 }
 
 QString FilterBox::without_selection() const {

@@ -16,6 +16,8 @@ class FilterBox final : public QLineEdit {
 
     std::function<void()> left;  // with Esc
 
+    QSize sizeHint() const override;
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;

@@ -114,7 +114,8 @@ QSize PlotFrameWidget::sizeHint() const {
 QSize PlotFrameWidget::minimumSizeHint() const {
     const int text = fontMetrics().height();
     return {std::max(kLeastPlot.width() + column_width(), head_->minimumSizeHint().width()),
-            kLeastPlot.height() + head_->minimumSizeHint().height() + text + kGap};
+            std::max(kLeastPlot.height(), kDivisions * (text + 1)) +
+                head_->minimumSizeHint().height() + text + kGap};
 }
 
 bool PlotFrameWidget::event(QEvent* event) {

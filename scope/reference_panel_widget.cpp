@@ -25,7 +25,7 @@ ReferencePanelWidget::ReferencePanelWidget(PanelContext context, QWidget* parent
         Line& line = lines_.at(place);
         const int number = static_cast<int>(place);
         line.shown = make_check(this, numbered("CheckR", number), {});
-        line.remove = make_tool(this, numbered("CommandR", number), "remove");
+        line.remove = make_row_tool(this, numbered("CommandR", number), "remove");
         connect(line.shown, &QCheckBox::clicked, this, [this, place](bool on) {
             context_.scope.references().kept.at(place).shown = on;
             context_.acted();

@@ -107,13 +107,16 @@ void RunPanelWidget::lay_out() {
     grid->addWidget(Text2_, 2, 1);
     grid->addWidget(make_caption(this, "Label21", {"采集个数", "Sample count"}), 3, 0);
     grid->addWidget(Text3_, 3, 1);
-    grid->addWidget(Check5_, 3, 2);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(kGap);
     buttons->addWidget(Command6_, 1);
     buttons->addWidget(Command7_, 1);
     grid->addLayout(buttons, 4, 0, 1, 3);
-    grid->addWidget(ProgressBar1_, 5, 0, 1, 3);
+    auto* single = new QHBoxLayout;
+    single->setSpacing(2 * kGap);
+    single->addWidget(Check5_);
+    single->addWidget(ProgressBar1_, 1);
+    grid->addLayout(single, 5, 0, 1, 3);
     grid->setColumnStretch(1, 1);
 }
 

@@ -13,6 +13,8 @@ namespace servo::scope {
 namespace {
 
 constexpr int kToolSide = 30;
+constexpr int kRowToolSide = 26;
+constexpr int kRowIconSize = 18;
 constexpr int kSignificant = 6;
 constexpr int kMostDecimals = 12;
 constexpr double kLargest = 1E9;  // from here on, and below the smallest, with an exponent
@@ -88,6 +90,13 @@ QToolButton* make_tool(QWidget* parent, std::string_view name, const char* icon)
     button->setIconSize({kIconSize, kIconSize});
     button->setFixedSize(kToolSide, kToolSide);
     button->setFocusPolicy(Qt::StrongFocus);
+    return button;
+}
+
+QToolButton* make_row_tool(QWidget* parent, std::string_view name, const char* icon) {
+    QToolButton* button = make_tool(parent, name, icon);
+    button->setIconSize({kRowIconSize, kRowIconSize});
+    button->setFixedSize(kRowToolSide, kRowToolSide);
     return button;
 }
 

@@ -67,6 +67,8 @@ QCheckBox* make_check(QWidget* parent, std::string_view name, base::Text text);
 QPushButton* make_command(QWidget* parent, std::string_view name, base::Text text);
 // A flat button that shows a picture only.
 QToolButton* make_tool(QWidget* parent, std::string_view name, const char* icon);
+// The same, lower: for rows of boxes.
+QToolButton* make_row_tool(QWidget* parent, std::string_view name, const char* icon);
 QLineEdit* make_number_box(QWidget* parent, std::string_view name);
 
 void set_tag(QWidget* control, base::Text text);

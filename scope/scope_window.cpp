@@ -16,6 +16,7 @@
 #include "scope/plot_keys_view.h"
 #include "scope/plot_widget.h"
 #include "scope/recording.h"
+#include "scope/reference_panel_widget.h"
 #include "scope/run_panel_widget.h"
 #include "scope/scope_picture_view.h"
 #include "scope/tool_row_widget.h"
@@ -29,6 +30,12 @@ constexpr QSize kFirstSize{1240, 720};
 constexpr int kPlotShare = 5;  // of the room that plot and analysis divide
 constexpr int kAnalysisShare = 2;
 
+constexpr base::Text kPlotName{"曲线图", "Plot"};
+constexpr base::Text kPlotKeys{
+    "左右键移动 X 游标，上下键移动 Y 游标，Tab 选择游标；+ - 0 缩放，Home、End、PageUp、PageDown "
+    "平移；空格开始或停止",
+    "Left and Right move the X cursor, Up and Down the Y cursor, Tab picks one; + - 0 zoom, Home, "
+    "End, Page Up and Page Down pan; Space starts and stops"};
 constexpr base::Text kImportTitle{"导入记录", "Import a recording"};
 constexpr base::Text kExportTitle{"导出记录", "Export the recording"};
 constexpr base::Text kPictureTitle{"保存图片", "Save the picture"};
@@ -90,7 +97,7 @@ void ScopeWindow::make_tools(const PanelContext& context) {
          .zoom_all = [this] { keys_->zoom_all(); },
          .fit_curves = [this] { fit_curves(); },
          .keep_reference = [this] { keep_reference(); },
-         .show_panel = [this](int panel, bool on) { analysis_->show_panel(panel, on); },
+         .show_panel = [this](AnalysisPanel panel, bool on) { show_panel(panel, on); },
          .save_picture = [this](const char* suffix) { save_picture(suffix); },
          .save_table = [this] { save_table(); },
          .import_file = [this] { import_file(); },
@@ -128,12 +135,14 @@ void ScopeWindow::connect_plot() {
 void ScopeWindow::make_panels(const PanelContext& context) {
     frame_ = new PlotFrameWidget(context, plot_, this);
     // What becomes of references is drawn behind the curves.
-    PanelContext references = context;
-    references.acted = [this] {
+    PanelContext kept = context;
+    kept.acted = [this] {
         plot_dirty_ = true;
         refresh_now();
     };
-    analysis_ = new AnalysisPaneWidget(references, this);
+    references_ = new ReferencePanelWidget(kept, this);
+    references_->hide();
+    analysis_ = new AnalysisPaneWidget(scope_, this);
     channels_ = new ChannelPanelWidget(context, this);
     run_ = new RunPanelWidget(context, this);
     trigger_ = new TriggerPanelWidget(context, this);
@@ -164,6 +173,7 @@ QWidget* ScopeWindow::make_side() {
     layout->addWidget(run_);
     layout->addWidget(trigger_);
     layout->addWidget(cursors_);
+    layout->addWidget(references_);
     layout->addStretch();
     side->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     return side;
@@ -195,10 +205,11 @@ void ScopeWindow::lay_out() {
 // Set-up first: channels, recording, trigger, start; then looking: plot, measuring, tools.
 void ScopeWindow::set_tab_order() {
     QWidget* last = nullptr;
-    for (QWidget* panel : std::initializer_list<QWidget*>{channels_, run_, trigger_, frame_,
-                                                          cursors_, analysis_, tools_}) {
+    for (QWidget* panel : std::initializer_list<QWidget*>{
+             channels_, run_, trigger_, frame_, cursors_, references_, analysis_, tools_}) {
         for (QWidget* control : panel->findChildren<QWidget*>()) {
-            if (control->focusPolicy() == Qt::NoFocus) continue;
+            // Lists that open are windows of their own.
+            if (control->focusPolicy() == Qt::NoFocus || control->window() != window()) continue;
             if (last != nullptr) setTabOrder(last, control);
             last = control;
         }
@@ -230,7 +241,7 @@ void ScopeWindow::refresh_now() {
     channels_->refresh();
     cursors_->refresh();
     frame_->refresh();
-    analysis_->refresh_lists();
+    references_->refresh();
     refresh_plot();
     controls_dirty_ = false;
     plot_dirty_ = false;
@@ -242,7 +253,7 @@ void ScopeWindow::refresh_plot() {
     if (plot_dirty_) {
         plot_->set_scene(
             plot_scene(scope_.data(), scope_.operands(), scope_.references(), scope_.language()));
-        analysis_->refresh_plots();
+        analysis_->refresh();
     }
     PlotMouse& mouse = scope_.mouse();
     plot_->set_overlay(scope_.data().cursors, mouse.rectangle(), mouse.pointer());
@@ -262,11 +273,15 @@ void ScopeWindow::apply_language() {
     cursors_->apply_language(language);
     frame_->apply_language(language);
     analysis_->apply_language(language);
+    references_->apply_language(language);
+    plot_->setAccessibleName(to_qt(kPlotName.in(language)));
+    plot_->setAccessibleDescription(to_qt(kPlotKeys.in(language)));
     refresh_now();
 }
 
 void ScopeWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    if (focusWidget() == nullptr) plot_->setFocus(Qt::OtherFocusReason);
     refresh_now();
 }
 
@@ -276,6 +291,13 @@ void ScopeWindow::keyPressEvent(QKeyEvent* event) {
         plot_->setFocus(Qt::OtherFocusReason);
     else
         QWidget::keyPressEvent(event);
+}
+
+void ScopeWindow::show_panel(AnalysisPanel panel, bool shown) {
+    if (panel == AnalysisPanel::kReferences)
+        references_->setVisible(shown);
+    else
+        analysis_->show_panel(panel, shown);
 }
 
 void ScopeWindow::fit_curves() {

@@ -21,7 +21,9 @@ class PlotFrameWidget;
 class PlotKeys;
 class PlotWidget;
 class RunPanelWidget;
+class ReferencePanelWidget;
 class ToolRowWidget;
+enum class AnalysisPanel : std::uint8_t;
 class TriggerPanelWidget;
 
 // A question for a file's path.
@@ -85,6 +87,7 @@ class ScopeWindow final : public QWidget, private ScopeObserver {
     void watch_focus();
     void apply_language();
 
+    void show_panel(AnalysisPanel panel, bool shown);
     void fit_curves();
     void keep_reference();
     void export_file();
@@ -103,6 +106,7 @@ class ScopeWindow final : public QWidget, private ScopeObserver {
     RunPanelWidget* run_ = nullptr;
     TriggerPanelWidget* trigger_ = nullptr;
     CursorPanelWidget* cursors_ = nullptr;
+    ReferencePanelWidget* references_ = nullptr;
     AnalysisPaneWidget* analysis_ = nullptr;
     QTimer timer_;
     bool controls_dirty_ = true;

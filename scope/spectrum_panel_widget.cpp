@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "scope/curve_chip_widget.h"
+#include "scope/number_label_widget.h"
 #include "scope/spectrum.h"
 #include "scope/spectrum_plot_widget.h"
 
@@ -21,6 +22,7 @@ constexpr std::array<base::Text, 5> kWindows{{{"矩形窗", "Rectangle"},
                                               {"布莱克曼窗", "Blackman"},
                                               {"平顶窗", "Flat top"}}};
 constexpr int kFirstWindow = 1;
+constexpr const char* kWidestPeak = "Peak 0000.0 Hz, 000.000 rpm";
 constexpr base::Text kPeak{"峰值 %1 Hz，%2 %3", "Peak %1 Hz, %2 %3"};
 
 }  // namespace
@@ -29,14 +31,18 @@ SpectrumPanelWidget::SpectrumPanelWidget(QWidget* parent) : QWidget(parent) {
     make_controls();
     auto* row = new QHBoxLayout;
     row->setSpacing(kGap);
-    row->addWidget(make_heading(this, "LabelY", {"频谱", "Spectrum"}));
+    auto* head = new QHBoxLayout;
+    head->setSpacing(kGap);
+    head->addWidget(make_heading(this, "LabelY", {"频谱", "Spectrum"}));
+    head->addWidget(peak_, 1);
     row->addWidget(curve_);
     row->addWidget(window_);
     row->addWidget(log_);
-    row->addWidget(peak_, 1);
+    row->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kGap / 2);
+    layout->addLayout(head);
     layout->addLayout(row);
     layout->addWidget(plot_, 1);
 }
@@ -50,11 +56,7 @@ void SpectrumPanelWidget::make_controls() {
         window_->addItem(to_qt(window.english));
     window_->setCurrentIndex(kFirstWindow);
     log_ = make_check(this, "CheckA", {"对数", "Log"});
-    peak_ = named(new QLabel(this), "LabelX");
-    peak_->setProperty("Tag", QStringLiteral("-"));
-    peak_->setTextFormat(Qt::PlainText);
-    peak_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    peak_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    peak_ = named(new NumberLabel(kWidestPeak, this), "LabelX");
     plot_ = named(new SpectrumPlot(this), "PictureA");
     connect(curve_, &QComboBox::activated, this, [this] { compute(); });
     connect(window_, &QComboBox::activated, this, [this] { compute(); });
@@ -62,7 +64,7 @@ void SpectrumPanelWidget::make_controls() {
     texts_.add(curve_, {"频谱的曲线", "Curve of the spectrum"});
     texts_.add(window_, {"窗函数", "Window function"});
     texts_.add(log_, {"对数幅值", "Logarithmic amplitude"});
-    texts_.add(plot_, {"频谱图", "Spectrum plot"}, {" ", " "});
+    texts_.add(plot_, {"频谱图", "Spectrum plot"});
 }
 
 void SpectrumPanelWidget::show_recording(const Recording& visible) {
@@ -92,7 +94,6 @@ void SpectrumPanelWidget::compute() {
             .arg(to_qt(short_number(shown.step_hz * static_cast<double>(plot_->peak()))),
                  to_qt(short_number(shown.amplitudes.at(plot_->peak()))), unit);
     peak_->setText(text);
-    peak_->setToolTip(text);
 }
 
 void SpectrumPanelWidget::apply_language(base::Language language) {

@@ -2,8 +2,9 @@
 
 #include <QHelpEvent>
 #include <QPainter>
-#include <QPainterPath>
+#include <QPolygonF>
 #include <QToolTip>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kDecades = 5;  // of the logarithmic axis
 constexpr int kLinesUp = 4;
+constexpr int kMostHalvings = 8;
 constexpr int kLinesAlong = 6;
 constexpr QSize kMinimum{220, 110};
 constexpr QSize kWanted{360, 140};
@@ -84,6 +86,19 @@ double SpectrumPlot::height_of(double amplitude, const QRectF& area) const {
     return area.bottom() - std::clamp(part, 0.0, 1.0) * area.height();
 }
 
+double SpectrumPlot::last_line() const {
+    const double all = static_cast<double>(spectrum_.amplitudes.size()) - 1.0;
+    return std::max(1.0, std::floor(std::ldexp(all, -halvings_)));
+}
+
+void SpectrumPlot::wheelEvent(QWheelEvent* event) {
+    const int turned = event->angleDelta().y();
+    if (turned == 0) return;
+    halvings_ = std::clamp(halvings_ + (turned > 0 ? 1 : -1), 0, kMostHalvings);
+    event->accept();
+    update();
+}
+
 void SpectrumPlot::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRectF box = area();
@@ -115,7 +130,7 @@ void SpectrumPlot::draw_grid(QPainter& painter, const QRectF& area) const {
     painter.setPen(QColor(params::palette::kFrame));
     painter.drawRect(area);
     if (spectrum_.amplitudes.size() < 2) return;
-    const double range = spectrum_.step_hz * static_cast<double>(spectrum_.amplitudes.size() - 1);
+    const double range = spectrum_.step_hz * last_line();
     const double along = even_step(range, kLinesAlong);
     for (double hz = 0.0; along > 0.0 && hz <= range * (1 + 1e-9); hz += along) {
         const double x = area.left() + area.width() * hz / range;
@@ -129,18 +144,16 @@ void SpectrumPlot::draw_grid(QPainter& painter, const QRectF& area) const {
 
 void SpectrumPlot::draw_curve(QPainter& painter, const QRectF& area) const {
     const auto& lines = spectrum_.amplitudes;
-    const double last = static_cast<double>(lines.size() - 1);
+    const double last = last_line();
+    const auto shown = static_cast<std::size_t>(last) + 1;
     // Of the lines that share a column of pixels only the highest can be seen.
-    QPainterPath path;
+    QPolygonF path;
     double column = -1.0;
     double highest = 0.0;
-    const auto add = [&] {
-        const QPointF point(area.left() + column, height_of(highest, area));
-        path.isEmpty() ? path.moveTo(point) : path.lineTo(point);
-    };
-    for (std::size_t i = 0; i < lines.size(); ++i) {
+    const auto add = [&] { path << QPointF(area.left() + column, height_of(highest, area)); };
+    for (std::size_t i = 0; i < shown; ++i) {
         const double place = static_cast<double>(i) / last * area.width();
-        const double snapped = lines.size() > area.width() ? std::floor(place) : place;
+        const double snapped = last > area.width() ? std::floor(place) : place;
         if (snapped != column && column >= 0.0) {
             add();
             highest = 0.0;
@@ -151,14 +164,14 @@ void SpectrumPlot::draw_curve(QPainter& painter, const QRectF& area) const {
     add();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor(params::palette::kAccent), 1.2));
-    painter.drawPath(path);
+    painter.drawPolyline(path);
 }
 
 void SpectrumPlot::draw_peak(QPainter& painter, const QRectF& area) const {
     if (peak_ == 0) return;
     const auto& lines = spectrum_.amplitudes;
-    const double x = area.left() + area.width() * static_cast<double>(peak_) /
-                                       static_cast<double>(lines.size() - 1);
+    if (static_cast<double>(peak_) > last_line()) return;
+    const double x = area.left() + area.width() * static_cast<double>(peak_) / last_line();
     painter.setPen(QPen(QColor(params::palette::kWarningText), 1.4));
     painter.setBrush(Qt::NoBrush);
     painter.drawEllipse(QPointF(x, height_of(lines.at(peak_), area)), kPeakRadius, kPeakRadius);
@@ -173,7 +186,7 @@ bool SpectrumPlot::event(QEvent* event) {
         QToolTip::hideText();
         return true;
     }
-    const double last = static_cast<double>(spectrum_.amplitudes.size() - 1);
+    const double last = last_line();
     const double place = (help->pos().x() - box.left()) / box.width() * last;
     const auto line = static_cast<std::size_t>(std::clamp(std::round(place), 0.0, last));
     QToolTip::showText(help->globalPos(),

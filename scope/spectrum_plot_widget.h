@@ -1,5 +1,5 @@
 // A calm little plot of an amplitude spectrum: frequency along, amplitude up, the highest line
-// marked. The line under the pointer is told in a tip.
+// marked. The line under the pointer is told in a tip; the wheel brings low frequencies nearer.
 #pragma once
 
 #include <QWidget>
@@ -27,11 +27,14 @@ class SpectrumPlot final : public QWidget {
   protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
   private:
     QRectF area() const;
     double height_of(double amplitude, const QRectF& area) const;
     double top() const;
+    // Of the last line that is shown; at least 1.
+    double last_line() const;
     void draw_grid(QPainter& painter, const QRectF& area) const;
     void draw_curve(QPainter& painter, const QRectF& area) const;
     void draw_peak(QPainter& painter, const QRectF& area) const;
@@ -40,6 +43,7 @@ class SpectrumPlot final : public QWidget {
     QString unit_;
     std::size_t peak_ = 0;
     bool logarithmic_ = false;
+    int halvings_ = 0;  // of the range shown
 };
 
 // A step of 1, 2 or 5 times a power of ten that divides the range into about so many parts.

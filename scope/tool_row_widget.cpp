@@ -35,6 +35,7 @@ struct PanelTool {
     const char* key;
 };
 
+// In the order of AnalysisPanel.
 constexpr std::array<PanelTool, kAnalysisPanels> kPanelTools{{
     {"CommandE", "statistics", {"可见窗口的统计", "Statistics of the visible window"}, "Alt+S"},
     {"CommandF", "spectrum", {"可见窗口的频谱", "Spectrum of the visible window"}, "Alt+F"},
@@ -127,8 +128,9 @@ void ToolRowWidget::make_cursors(QHBoxLayout& row) {
 }
 
 void ToolRowWidget::make_panels(QHBoxLayout& row) {
-    for (int panel = 0; panel < kAnalysisPanels; ++panel) {
-        const PanelTool& shown = kPanelTools.at(static_cast<std::size_t>(panel));
+    for (std::size_t i = 0; i < kAnalysisPanels; ++i) {
+        const PanelTool& shown = kPanelTools.at(i);
+        const auto panel = static_cast<AnalysisPanel>(i);
         QToolButton* button = make_tool(this, shown.name, shown.icon);
         button->setCheckable(true);
         button->setShortcut(QKeySequence(QLatin1String(shown.key)));

@@ -11,6 +11,10 @@ class QMenu;
 
 namespace servo::scope {
 
+// What looks closer; shown on demand.
+enum class AnalysisPanel : std::uint8_t { kStatistics, kSpectrum, kReferences };
+inline constexpr std::size_t kAnalysisPanels = 3;
+
 // What the row asks of the window, beside what it does with the oscilloscope itself.
 struct ToolRowEvents {
     std::function<void()> zoom_in;
@@ -18,18 +22,12 @@ struct ToolRowEvents {
     std::function<void()> zoom_all;
     std::function<void()> fit_curves;
     std::function<void()> keep_reference;
-    std::function<void(int panel, bool shown)>
-        show_panel;                                        // 0 statistics, 1 spectrum, 2 references
+    std::function<void(AnalysisPanel panel, bool shown)> show_panel;
     std::function<void(const char* suffix)> save_picture;  // "png", "svg", "pdf"
     std::function<void()> save_table;
     std::function<void()> import_file;  // Command13
     std::function<void()> export_file;  // Command8
 };
-
-inline constexpr int kStatisticsPanel = 0;
-inline constexpr int kSpectrumPanel = 1;
-inline constexpr int kReferencePanel = 2;
-inline constexpr int kAnalysisPanels = 3;
 
 class ToolRowWidget final : public QWidget {
     Q_OBJECT

@@ -24,10 +24,10 @@ TriggerPanelWidget::TriggerPanelWidget(PanelContext context, QWidget* parent)
 
 void TriggerPanelWidget::make_controls() {
     Combo9_ = new PickListWidget("Combo9", kSourceCharacters, this);
-    ObjectButton4_ = make_tool(this, numbered("ObjectButton", kTrigger), "object");
+    ObjectButton4_ = make_row_tool(this, numbered("ObjectButton", kTrigger), "object");
     Text4_ = new FilterBox("Text4", this);
     Combo11_ = new PickListWidget("Combo11", kUnitCharacters, this);
-    Image5_ = make_tool(this, "Image5", "edge_down");
+    Image5_ = make_row_tool(this, "Image5", "edge_down");
     set_picture(Image5_, "Image7");
     texts_.add(Combo9_, {"触发源", "Trigger source"},
                {"触发采集的对象；空白表示立即采集",

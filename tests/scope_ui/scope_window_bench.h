@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QTest>
@@ -15,6 +16,8 @@
 #include "../scope/scope_world.h"
 #include "app/language_walker.h"
 #include "app/state_controls.h"
+#include "scope/cursors.h"
+#include "scope/scope_controls_view.h"
 #include "scope/scope_window.h"
 
 namespace servo::scope::test {
@@ -81,20 +84,20 @@ struct WindowBench : ScopeWorld {
     std::optional<std::string> path;  // the answer to the next question for a file
     std::vector<FileQuestion> asked;
     std::vector<std::string> told;
-    ScopeWindow window{scope,
-                       {.ask_save =
-                            [this](const FileQuestion& question) {
-                                asked.push_back(question);
-                                return path;
-                            },
-                        .ask_open =
-                            [this](const FileQuestion& question) {
-                                asked.push_back(question);
-                                return path;
-                            },
-                        .tell = [this](std::string_view, std::string_view text)
-                        { told.emplace_back(text); },
-                        .time_of_day = [] { return std::string("11:02:33"); }}};
+    ScopeWindow window{
+        scope,
+        {.ask_save =
+             [this](const FileQuestion& question) {
+                 asked.push_back(question);
+                 return path;
+             },
+         .ask_open =
+             [this](const FileQuestion& question) {
+                 asked.push_back(question);
+                 return path;
+             },
+         .tell = [this](std::string_view, std::string_view text) { told.emplace_back(text); },
+         .time_of_day = [] { return std::string("11:02:33"); }}};
 };
 
 }  // namespace servo::scope::test
