@@ -279,8 +279,7 @@ Imported Oscilloscope::Command13_Click(const std::filesystem::path& file) {
         data_.sampleCount = static_cast<std::int32_t>(
             std::clamp(base::leading_number(data_.Text3), 0.0, double{INT16_MAX}));
         data_.rawLength = data_.rowBytes * data_.sampleCount;
-        Movingdata();
-        DrawPicture();
+        if (Movingdata()) DrawPicture();
     }
     tell_controls();
     return result;
@@ -328,8 +327,8 @@ ScopeChannel& Oscilloscope::curve(int channel) {
     return data_.channels.at(static_cast<std::size_t>(channel));
 }
 
-void Oscilloscope::Movingdata() {
-    scope::Movingdata(data_, operands(), language());
+bool Oscilloscope::Movingdata() {
+    return scope::Movingdata(data_, operands(), language());
 }
 
 void Oscilloscope::redraw() {

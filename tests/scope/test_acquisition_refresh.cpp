@@ -100,6 +100,21 @@ TEST_F(AcquisitionRefresh, WideSlotReplacesTheNarrowOne) {
     EXPECT_EQ(recorded(1), 0x60F60C);
 }
 
+TEST_F(AcquisitionRefresh, NarrowPickOnATickedWideChannelComesBackUntilTheChannelIsClearedFirst) {
+    tick_channel(0, 4);
+    acquisition.pick_object(0, 1);
+    EXPECT_EQ(sent(), (std::vector<Sent>{write4(1, kCurrent)}));  // the wide slot stays
+    settings({kCurrent, 0, 0, 0, kPosition, 0});
+    EXPECT_EQ(recorded(0), 0x606300);
+    // The way that works: the empty choice clears both slots.
+    acquisition.pick_object(0, 0);
+    EXPECT_EQ(sent(), (std::vector<Sent>{write4(1, 0), write4(5, 0)}));
+    settings({0, 0, 0, 0, 0, 0});
+    tick_channel(0, 1);
+    settings({kCurrent, 0, 0, 0, 0, 0});
+    EXPECT_EQ(recorded(0), 0x607800);
+}
+
 TEST_F(AcquisitionRefresh, ObjectThatTheListDoesNotHaveIsAdded) {
     settings({kState, 0, 0, 0, 0, 0});
     EXPECT_EQ(recorded(0), 0x200101);

@@ -184,7 +184,7 @@ double any_number() {
 }
 
 TEST(RecordingTable, ReadsBackAsTheSameNumbersAndNames) {
-    rc::check("table -> numbers", [] {
+    EXPECT_TRUE(rc::check("table -> numbers", [] {
         Recording recording;
         recording.period_us = *rc::gen::inRange(1, 70000) * 62.5;
         recording.start_us = *rc::gen::inRange(0, 8192) * recording.period_us;
@@ -214,16 +214,16 @@ TEST(RecordingTable, ReadsBackAsTheSameNumbersAndNames) {
             for (std::size_t i = 0; i < curves; ++i)
                 require_same(strict_number(table[row][1 + i]), recording.curves[i].values[row - 1]);
         }
-    });
+    }));
 }
 
 TEST(RecordingTable, NumbersOfUpTo15DigitsComeBackBitForBit) {
-    rc::check("table -> bits", [] {
+    EXPECT_TRUE(rc::check("table -> bits", [] {
         const double value = *rc::gen::arbitrary<std::int32_t>() / 32.0;
         const auto table = read_table(csv_text({1, {{0, "a", "", {value}}}}, Language::kEnglish));
         RC_ASSERT(std::bit_cast<std::uint64_t>(strict_number(table[1][1])) ==
                   std::bit_cast<std::uint64_t>(value));
-    });
+    }));
 }
 
 // --- References

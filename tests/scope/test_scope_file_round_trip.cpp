@@ -133,7 +133,7 @@ std::string told_file(const Drawn& drawn) {
 }
 
 TEST(ScopeRoundTrip, AnyRecordingIsWrittenAsToldAndComesBack) {
-    rc::check("file -> program -> file", [] {
+    EXPECT_TRUE(rc::check("file -> program -> file", [] {
         const Drawn drawn = draw();
         const std::string file = told_file(drawn);
         Program program;
@@ -144,12 +144,12 @@ TEST(ScopeRoundTrip, AnyRecordingIsWrittenAsToldAndComesBack) {
             RC_ASSERT(program.row(i) == drawn.rows[i]);
         for (std::size_t channel = 0; channel < kCurves; ++channel)
             RC_ASSERT(program.data.channels[channel].enable == (drawn.objects[channel] != 0));
-    });
+    }));
 }
 
 // However a file is damaged, the next one is read as if it had never been there.
 TEST(ScopeRoundTrip, ADamagedFileDoesNotSpoilTheNext) {
-    rc::check("damaged, then whole", [] {
+    EXPECT_TRUE(rc::check("damaged, then whole", [] {
         const Drawn drawn = draw();
         const std::string file = told_file(drawn);
         std::string damaged = file;
@@ -173,7 +173,7 @@ TEST(ScopeRoundTrip, ADamagedFileDoesNotSpoilTheNext) {
             if (read.enable)
                 RC_ASSERT(read.picked()->key == fresh.data.channels[channel].picked()->key);
         }
-    });
+    }));
 }
 
 }  // namespace
