@@ -112,6 +112,19 @@ void paint_empty(QPainter& painter, const QRectF& place, base::Language language
     painter.drawText(box, Qt::AlignHCenter | Qt::AlignBottom, next);
 }
 
+PixelSurface surface_of(QImage& image) {
+    return {reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
+            static_cast<std::ptrdiff_t>(image.bytesPerLine() / 4)};
+}
+
+// With a pixel more on each side, for what a smooth edge adds.
+void copy_pixels(const QImage& from, QImage& to, const QRect& rect) {
+    const QRect part = rect.adjusted(-1, -1, 1, 1) & to.rect();
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        std::memcpy(to.scanLine(y) + part.left() * 4, from.constScanLine(y) + part.left() * 4,
+                    static_cast<std::size_t>(part.width()) * 4);
+}
+
 CurveLine line_of(std::span<const float> heights, SampleTimes times,
                   const CurveTransform& transform, const PlotArea& area) {
     const double first = transform.x(times.first_at, area);
@@ -180,8 +193,6 @@ const QImage& PlotPicture::image(QSize size, qreal ratio) {
     const QSize pixels = (QSizeF(size) * ratio).toSize().expandedTo({1, 1});
     if (current_ && image_.size() == pixels && image_.devicePixelRatio() == ratio) return image_;
     paint_background(pixels, ratio);
-    std::memcpy(image_.bits(), background_.constBits(),
-                static_cast<std::size_t>(background_.sizeInBytes()));
     const PictureFrame frame{QRectF({0, 0}, QSizeF(pixels) / ratio), ratio};
     if (scene_.valid) {
         paint_curves();
@@ -189,27 +200,36 @@ const QImage& PlotPicture::image(QSize size, qreal ratio) {
     } else {
         QPainter painter(&image_);
         paint_empty(painter, frame.place, scene_.language, font_);
+        figures_.push_back(image_.rect());
     }
     current_ = true;
     return image_;
 }
 
+// Makes it for a new size, or clears away what was painted last.
 void PlotPicture::paint_background(QSize pixels, qreal ratio) {
-    if (background_.size() == pixels && background_.devicePixelRatio() == ratio) return;
+    if (background_.size() == pixels && background_.devicePixelRatio() == ratio) {
+        raster_.erase(surface_of(background_), surface_of(image_));
+        for (const QRect& rect : figures_)
+            copy_pixels(background_, image_, rect);
+        figures_.clear();
+        return;
+    }
     background_ = QImage(pixels, QImage::Format_RGB32);
-    image_ = QImage(pixels, QImage::Format_RGB32);
     background_.setDevicePixelRatio(ratio);
-    image_.setDevicePixelRatio(ratio);
-    QPainter painter(&background_);
-    paint_grid(painter, {QRectF({0, 0}, QSizeF(pixels) / ratio), ratio});
+    {
+        QPainter painter(&background_);
+        paint_grid(painter, {QRectF({0, 0}, QSizeF(pixels) / ratio), ratio});
+    }
+    image_ = background_.copy();
+    raster_.forget();
+    figures_.clear();
 }
 
 void PlotPicture::paint_curves() {
     const double ratio = image_.devicePixelRatio();
     const PlotArea area{0, 0, image_.width() - 1.0, image_.height() - 1.0};
-    const PixelSurface surface{reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(),
-                               image_.height(),
-                               static_cast<std::ptrdiff_t>(image_.bytesPerLine() / 4)};
+    const PixelSurface surface = surface_of(image_);
     for (const SceneReference& reference : scene_.references) {
         curve_heights(reference.values, reference.transform, area, heights_);
         raster_.draw(line_of(heights_, reference.times, reference.transform, area),
@@ -226,16 +246,17 @@ void PlotPicture::paint_curves() {
 void PlotPicture::paint_figures(const PictureFrame& frame) {
     sprites_.prepare(font_, frame.ratio);
     QPainter painter(&image_);
+    const auto keep = [&](const QRectF& rect) {
+        const QRectF pixels(rect.topLeft() * frame.ratio, rect.size() * frame.ratio);
+        figures_.push_back(pixels.toAlignedRect());
+    };
     for (const PlacedName& name : placed_names(scene_, frame))
-        draw_name(painter, name.at, name.channel, name.text, font_);
-    for (const PlacedShape& shape : placed_shapes(scene_, frame)) {
-        if (shape.dot)
-            sprites_.dot(painter, shape.at, shape.channel);
-        else
-            sprites_.shape(painter, shape.at, shape.channel);
-    }
+        keep(draw_name(painter, name.at, name.channel, name.text, font_));
+    for (const PlacedShape& shape : placed_shapes(scene_, frame))
+        keep(shape.dot ? sprites_.dot(painter, shape.at, shape.channel)
+                       : sprites_.shape(painter, shape.at, shape.channel));
     for (const PlacedFlag& flag : placed_flags(scene_, frame, font_))
-        sprites_.flag(painter, flag.tip, flag.channel, flag.end);
+        keep(sprites_.flag(painter, flag.tip, flag.channel, flag.end));
 }
 
 // --- Lines

@@ -65,6 +65,7 @@ class PlotPicture {
     bool current_ = false;
     QImage background_;  // all that stays for one size
     QImage image_;
+    std::vector<QRect> figures_;  // pixels that were painted beside the curves
     PlotSprites sprites_;
     CurveRaster raster_;
     std::vector<float> heights_;

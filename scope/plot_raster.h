@@ -5,7 +5,6 @@
 // noise.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -29,7 +28,8 @@ struct CurveLine {
     double step = 1.0;  // above 0 for more than one sample
 };
 
-// Keeps its memory between curves.
+// Keeps its memory between curves, and knows where it has drawn, so that a picture of a few thin
+// curves is cleared by what they covered. One raster for one surface.
 class CurveRaster {
   public:
     static constexpr int kStripes = 4;  // of a column
@@ -38,24 +38,36 @@ class CurveRaster {
     void draw(const CurveLine& line, double pen_width, std::uint32_t colour,
               const PixelSurface& surface);
 
+    // Puts the background, of the same size, back to where curves were drawn.
+    void erase(const PixelSurface& background, const PixelSurface& surface);
+    // The surface was cleared by other means, or is another.
+    void forget() { drawn_.clear(); }
+
   private:
-    // Highest and lowest place in each column, for one stripe.
-    struct Extent {
+    // Highest and lowest place in each column; stripe by stripe, so that those of neighbouring
+    // columns stand side by side.
+    struct Extents {
         std::vector<float> top;
         std::vector<float> bottom;
     };
-    using Extents = std::array<Extent, kStripes>;
+    struct Drawn {
+        int column = 0;  // of the first of a block
+        int first = 0;   // rows
+        int behind = 0;
+    };
 
     void reset(int width, double radius);
-    void take(int stripe, float top, float bottom);
     void follow_line(const CurveLine& line);
+    void follow_samples(const CurveLine& line);
     void widen(double radius);
-    void fill_block(int column, std::uint32_t colour, const PixelSurface& surface) const;
+    void fill_block(int column, std::uint32_t colour, const PixelSurface& surface);
+    std::size_t place_of(int stripe) const;
 
     int pad_ = 0;      // columns before the first: the pen reaches in from there
     int columns_ = 0;  // with those on both sides
     Extents line_;     // what the line itself reaches
     Extents pen_;      // what the pen covers
+    std::vector<Drawn> drawn_;
 };
 
 }  // namespace servo::scope

@@ -94,7 +94,8 @@ void draw_flag(QPainter& painter, QPointF tip, int channel, FlagEnd end, const Q
     painter.drawText(body, Qt::AlignCenter, QString::number(channel + 1));
 }
 
-void draw_name(QPainter& painter, QPointF at, int channel, const QString& name, const QFont& font) {
+QRectF draw_name(QPainter& painter, QPointF at, int channel, const QString& name,
+                 const QFont& font) {
     const QFontMetricsF metrics(font);
     QRectF box(0, 0, std::ceil(metrics.horizontalAdvance(name)) + 2 * kTagGap,
                std::ceil(metrics.height()));
@@ -107,6 +108,7 @@ void draw_name(QPainter& painter, QPointF at, int channel, const QString& name, 
     painter.setFont(font);
     painter.setPen(colour_of(channel));
     painter.drawText(box, Qt::AlignCenter, name);
+    return box;
 }
 
 QRectF draw_tag(QPainter& painter, QPointF at, TagPlace place, const QString& text,
@@ -167,24 +169,26 @@ void PlotSprites::prepare(const QFont& font, qreal ratio) {
 }
 
 // On whole device pixels: between them it would be blurred.
-void PlotSprites::stamp(QPainter& painter, const Sprite& sprite, QPointF at) const {
+QRectF PlotSprites::stamp(QPainter& painter, const Sprite& sprite, QPointF at) const {
     const QPointF corner = at - sprite.anchor;
-    painter.drawImage(
-        QPointF(std::round(corner.x() * ratio_) / ratio_, std::round(corner.y() * ratio_) / ratio_),
-        sprite.image);
+    const QPointF snapped(std::round(corner.x() * ratio_) / ratio_,
+                          std::round(corner.y() * ratio_) / ratio_);
+    painter.drawImage(snapped, sprite.image);
+    return {snapped, QSizeF(sprite.image.size()) / ratio_};
 }
 
-void PlotSprites::shape(QPainter& painter, QPointF middle, int channel) const {
-    stamp(painter, shapes_.at(static_cast<std::size_t>(channel)), middle);
+QRectF PlotSprites::shape(QPainter& painter, QPointF middle, int channel) const {
+    return stamp(painter, shapes_.at(static_cast<std::size_t>(channel)), middle);
 }
 
-void PlotSprites::dot(QPainter& painter, QPointF middle, int channel) const {
-    stamp(painter, dots_.at(static_cast<std::size_t>(channel)), middle);
+QRectF PlotSprites::dot(QPainter& painter, QPointF middle, int channel) const {
+    return stamp(painter, dots_.at(static_cast<std::size_t>(channel)), middle);
 }
 
-void PlotSprites::flag(QPainter& painter, QPointF tip, int channel, FlagEnd end) const {
-    stamp(painter, flags_.at(static_cast<std::size_t>(channel)).at(static_cast<std::size_t>(end)),
-          tip);
+QRectF PlotSprites::flag(QPainter& painter, QPointF tip, int channel, FlagEnd end) const {
+    return stamp(painter,
+                 flags_.at(static_cast<std::size_t>(channel)).at(static_cast<std::size_t>(end)),
+                 tip);
 }
 
 }  // namespace servo::scope

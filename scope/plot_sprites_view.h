@@ -21,8 +21,9 @@ void draw_dot(QPainter& painter, QPointF middle, int channel);
 void draw_flag(QPainter& painter, QPointF tip, int channel, FlagEnd end, const QFont& font);
 QSizeF flag_size(const QFont& font);
 
-// The name of a reference, ending at `at`.
-void draw_name(QPainter& painter, QPointF at, int channel, const QString& name, const QFont& font);
+// The name of a reference, ending at `at`. Returns its box.
+QRectF draw_name(QPainter& painter, QPointF at, int channel, const QString& name,
+                 const QFont& font);
 
 // Text on a filled rounded box. Returns the box.
 enum class TagPlace : std::uint8_t { kTopCentre, kRightMiddle };
@@ -34,10 +35,10 @@ class PlotSprites {
     // Paints them anew when the font or the ratio has changed.
     void prepare(const QFont& font, qreal ratio);
 
-    // Onto device pixels of a picture with that ratio.
-    void shape(QPainter& painter, QPointF middle, int channel) const;
-    void dot(QPainter& painter, QPointF middle, int channel) const;
-    void flag(QPainter& painter, QPointF tip, int channel, FlagEnd end) const;
+    // Onto device pixels of a picture with that ratio. The rectangle is what was painted on.
+    QRectF shape(QPainter& painter, QPointF middle, int channel) const;
+    QRectF dot(QPainter& painter, QPointF middle, int channel) const;
+    QRectF flag(QPainter& painter, QPointF tip, int channel, FlagEnd end) const;
 
   private:
     struct Sprite {
@@ -46,7 +47,7 @@ class PlotSprites {
     };
     template <typename Draw>
     Sprite sprite(QRectF bounds, Draw draw) const;
-    void stamp(QPainter& painter, const Sprite& sprite, QPointF at) const;
+    QRectF stamp(QPainter& painter, const Sprite& sprite, QPointF at) const;
 
     QFont font_;
     qreal ratio_ = 0;
