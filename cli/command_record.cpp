@@ -19,7 +19,7 @@ std::optional<std::vector<Target>> find(const Options& options,
     return find_targets(asked, dictionary, output);
 }
 
-RecorderSetup::Source source_of(const Target& target) {
+RecorderSource source_of(const Target& target) {
     return {target.key, scope::width_of(target.row.type)};
 }
 

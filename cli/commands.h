@@ -2,6 +2,8 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
+#include <vector>
 
 #include "cli/exit_status.h"
 #include "cli/link_session.h"

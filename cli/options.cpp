@@ -214,7 +214,7 @@ void finish_record(const Raw& raw, RecordOptions& record) {
     record.file = raw.file;
     record.offset = raw.offset.value_or(std::min(kDefaultOffset, record.samples / 2));
     if (raw.trigger.empty()) return;
-    record.trigger = {parse_key(raw.trigger).value_or(0), raw.level, raw.edge};
+    record.trigger = TriggerOptions{parse_key(raw.trigger).value_or(0), raw.level, raw.edge};
 }
 
 Options finish(Raw& raw) {

@@ -27,19 +27,19 @@ enum class CommandName : std::uint8_t {
     kFormula,
 };
 
+struct TriggerOptions {
+    dictionary::Identity key = 0;
+    std::string level;  // as typed, in the first unit of the object
+    int edge = 1;       // 0 falling, 1 rising
+};
+
 // What `record` asks of the recorder, beside the objects.
 struct RecordOptions {
-    struct Trigger {
-        dictionary::Identity key = 0;
-        std::string level;  // as typed, in the first unit of the object
-        int edge = 1;       // 0 falling, 1 rising
-    };
-
     std::filesystem::path file;
     int period = 1;  // in counts of 62.5 us
     int samples = 500;
     int offset = 250;  // samples before the trigger
-    std::optional<Trigger> trigger;
+    std::optional<TriggerOptions> trigger;
 };
 
 struct Options {

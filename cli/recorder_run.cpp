@@ -30,7 +30,7 @@ std::size_t slot_of(std::size_t channel, int width) {
 }
 
 // Object and width in bits, as the recorder's settings name a source.
-std::int32_t source_value(const RecorderSetup::Source& source) {
+std::int32_t source_value(const RecorderSource& source) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(source.key) << 8 |
                                      static_cast<std::uint32_t>(source.width * 8));
 }
@@ -64,15 +64,15 @@ class Told final : public base::Notice {
 
 int row_bytes(const RecorderSetup& setup) {
     int bytes = 0;
-    for (const RecorderSetup::Source& source : setup.channels)
+    for (const RecorderSource& source : setup.channels)
         bytes += source.width;
     return bytes;
 }
 
 std::optional<std::string> check_setup(const RecorderSetup& setup) {
     for (std::size_t pair = 0; pair + 1 < setup.channels.size(); pair += 2) {
-        const RecorderSetup::Source& first = setup.channels[pair];
-        const RecorderSetup::Source& second = setup.channels[pair + 1];
+        const RecorderSource& first = setup.channels[pair];
+        const RecorderSource& second = setup.channels[pair + 1];
         if (first.width == kWide && second.width == kWide) {
             return fmt::format(
                 "{} and {} have 32 bits each: channels {} and {} share one place for such an "
@@ -140,7 +140,7 @@ RecorderEnd RecorderRun::put(link::WireKey key, std::int32_t value, const std::s
 // Stopped first, so that nothing changes under a recording that somebody left running. Slots that
 // stay empty come before the others: at no moment does a row have more than is asked for now.
 RecorderEnd RecorderRun::put_sources(const RecorderSetup& setup) {
-    std::array<const RecorderSetup::Source*, kSlots.size()> wanted{};
+    std::array<const RecorderSource*, kSlots.size()> wanted{};
     for (std::size_t channel = 0; channel < setup.channels.size(); ++channel)
         wanted.at(slot_of(channel, setup.channels[channel].width)) = &setup.channels[channel];
     RecorderEnd end = put(scope::kCommandKey, 0, "the stop of the recorder");
@@ -167,7 +167,7 @@ RecorderEnd RecorderRun::set_up(const RecorderSetup& setup) {
         {scope::kCountKey, setup.samples, fmt::format("{} samples", setup.samples)},
         {scope::kOffsetKey, setup.offset, fmt::format("the trigger offset {}", setup.offset)}};
     if (setup.trigger) {
-        const RecorderSetup::Trigger& trigger = *setup.trigger;
+        const RecorderTrigger& trigger = *setup.trigger;
         settings.push_back({scope::kTriggerKey, source_value(trigger.source),
                             key_text(trigger.source.key) + " as the trigger"});
         settings.push_back(

@@ -5,12 +5,14 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/language.h"
+#include "base/notice.h"
 #include "cli/link_session.h"
 #include "cli/recorder_watch.h"
 #include "dictionary/store.h"
@@ -19,23 +21,24 @@
 
 namespace servo::cli {
 
+struct RecorderSource {
+    dictionary::Identity key = 0;
+    int width = 4;  // bytes of a value: 1, 2, 4
+};
+
+struct RecorderTrigger {
+    RecorderSource source;
+    std::int32_t level = 0;  // raw
+    int edge = 1;
+};
+
 // What is recorded, and when. Everything fits the recorder: see check_setup.
 struct RecorderSetup {
-    struct Source {
-        dictionary::Identity key = 0;
-        int width = 4;  // bytes of a value: 1, 2, 4
-    };
-    struct Trigger {
-        Source source;
-        std::int32_t level = 0;  // raw
-        int edge = 1;
-    };
-
-    std::vector<Source> channels;  // 1 to 4
-    int period = 1;                // counts of 62.5 us
+    std::vector<RecorderSource> channels;  // 1 to 4
+    int period = 1;                        // counts of 62.5 us
     int samples = 500;
     int offset = 250;
-    std::optional<Trigger> trigger;  // none: at once
+    std::optional<RecorderTrigger> trigger;  // none: at once
 };
 
 // Bytes of one row of samples.

@@ -81,8 +81,8 @@ TEST_F(RecordProcess, FolderThatIsNotThereIsFourAndWrongUseTwo) {
 }
 
 TEST_F(RecordProcess, RecordingIsRightOnALineThatLosesAndDoubles) {
-    const RunningDrive drive({"--fault", "drop:0.1", "double:0.1", "--fault", "foreign:0.05",
-                              "--seed", "11", "--set", "607A00=-1234567", "--set",
+    const RunningDrive drive({"--fault", "drop:0.1", "--fault", "double:0.1", "--fault",
+                              "foreign:0.05", "--seed", "11", "--set", "607A00=-1234567", "--set",
                               "608100=2023406814"});
     const Result record = drive.ctl({"--timeout", "20", "record", file, "--objects",
                                      "607A00,604000,608100", "--samples", "20"});
