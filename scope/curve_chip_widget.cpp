@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kBoxSide = 20;
 constexpr int kShapeRoom = 16;
+constexpr qreal kIconSide = 16;
 constexpr qreal kRadius = 4;
 constexpr qreal kDisabledOpacity = 0.45;
 
@@ -23,7 +24,11 @@ class ShapeIcon final : public QIconEngine {
 
     void paint(QPainter* painter, const QRect& place, QIcon::Mode, QIcon::State) override {
         painter->save();
-        draw_shape(*painter, QRectF(place).center(), channel_);
+        // In the measure of the pixels that are asked for.
+        const qreal scale = place.height() / kIconSide;
+        painter->translate(QRectF(place).center());
+        painter->scale(scale, scale);
+        draw_shape(*painter, QPointF(), channel_);
         painter->restore();
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {

@@ -138,7 +138,7 @@ void SpectrumPlot::draw_grid(QPainter& painter, const QRectF& area) const {
         painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
         painter.setPen(text);
         painter.drawText(QRectF(x - 40, area.bottom() + kGap / 4.0, 80, height), Qt::AlignCenter,
-                         to_qt(short_number(hz)));
+                         hz == 0.0 ? QStringLiteral("0 Hz") : to_qt(short_number(hz)));
     }
 }
 
