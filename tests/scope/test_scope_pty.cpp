@@ -77,8 +77,8 @@ class DriveProcess {
         : process_({"/bin/sh", "-c",
                     "export ASAN_OPTIONS=quarantine_size_mb=1:detect_leaks=0; "
                     "exec \"$@\" > \"$0\"",
-                    log().string(), SERVO_BIN_DIR "/drive-sim", "--print-frames", "--link", line(),
-                    "--fault", "corrupt:" + corrupted}) {}
+                    log().string(), std::string(SERVO_BIN_DIR) + "/drive-sim", "--print-frames",
+                    "--link", line(), "--fault", "corrupt:" + corrupted}) {}
 
     std::string line() const { return (folder_ / "line").string(); }
     bool ready() const { return std::filesystem::exists(line()); }
