@@ -170,6 +170,13 @@ void copy_pixels(const PixelSurface& from, const PixelSurface& to, int first, in
     }
 }
 
+// Where a line begins, in stripes from the padding's first. The stripes of the line lie between the
+// middles of those of the pen: what a pen reaches on either side is a whole number of them then,
+// and no sample counts where the pen does not come.
+double first_place(const CurveLine& line, int pad) {
+    return (line.first_x + 0.5 + pad) * kStripes - 0.5;
+}
+
 }  // namespace
 
 void CurveRaster::draw(const CurveLine& line, double pen_width, std::uint32_t colour,
@@ -187,8 +194,9 @@ void CurveRaster::reset(int width, double radius) {
     pad_ = static_cast<int>(std::ceil(radius)) + 1;
     columns_ = up_to_whole(width, kBlock) + 2 * pad_;
     const auto places = static_cast<std::size_t>(columns_) * kStripes;
-    line_.top.assign(places, kNowhere);
-    line_.bottom.assign(places, -kNowhere);
+    samples_.top.assign(places, kNowhere);
+    samples_.bottom.assign(places, -kNowhere);
+    between_.assign(places, std::numeric_limits<float>::quiet_NaN());
     pen_.top.assign(places, kNowhere);
     pen_.bottom.assign(places, -kNowhere);
 }
@@ -198,39 +206,36 @@ std::size_t CurveRaster::place_of(int stripe) const {
     return static_cast<std::size_t>(stripe % kStripes * columns_ + stripe / kStripes);
 }
 
-// What the line reaches in a stripe: its height in the stripe's middle, and every sample inside.
+// The line's height between every two stripes, and the samples inside of each.
 void CurveRaster::follow_line(const CurveLine& line) {
     const auto count = static_cast<double>(line.heights.size());
-    const double first = (line.first_x + 0.5 + pad_) * kStripes;
+    const double first = first_place(line, pad_);
     const double step = line.step * kStripes;
     if (count > 1 && step > 0) {
         const double stripes = static_cast<double>(columns_) * kStripes;
-        const double last = std::min(first + (count - 1) * step, stripes - 0.5);
-        const auto begin = static_cast<int>(std::ceil(std::max(first, 0.5) - 0.5));
-        const auto end = static_cast<int>(std::floor(last - 0.5));
+        const double last = std::min(first + (count - 1) * step, stripes - 1);
+        const auto begin = static_cast<int>(std::ceil(std::max(first, 0.0)));
+        const auto end = static_cast<int>(std::floor(last));
         const double samples_per_stripe = 1.0 / step;
         const float* heights = line.heights.data();
         const int last_sample = static_cast<int>(line.heights.size()) - 2;
         for (int stripe = begin; stripe <= end; ++stripe) {
-            const double at = (stripe + 0.5 - first) * samples_per_stripe;
+            const double at = (stripe - first) * samples_per_stripe;
             const int sample = std::min(static_cast<int>(at), last_sample);
             const float from = heights[sample];
-            const float height =
+            between_[place_of(stripe)] =
                 from + (heights[sample + 1] - from) * static_cast<float>(at - sample);
-            const std::size_t place = place_of(stripe);
-            line_.top[place] = height;
-            line_.bottom[place] = height;
         }
     }
     follow_samples(line);
 }
 
 void CurveRaster::follow_samples(const CurveLine& line) {
-    const double first = (line.first_x + 0.5 + pad_) * kStripes;
+    const double first = first_place(line, pad_);
     const double step = line.step * kStripes;
     const double stripes = static_cast<double>(columns_) * kStripes;
-    float* tops = line_.top.data();
-    float* bottoms = line_.bottom.data();
+    float* tops = samples_.top.data();
+    float* bottoms = samples_.bottom.data();
     for (std::size_t i = 0; i < line.heights.size(); ++i) {
         const double at = first + static_cast<double>(i) * step;
         if (at < 0 || at >= stripes) continue;
@@ -241,26 +246,35 @@ void CurveRaster::follow_samples(const CurveLine& line) {
     }
 }
 
-// A disc with its middle anywhere on the line: each stripe takes what its neighbours reach, raised
-// by the height that the disc has at their distance.
+// A disc with its middle anywhere on the line: each stripe of the pen takes what the line reaches
+// around it, raised by the height that the disc has at that distance.
 void CurveRaster::widen(double radius) {
-    const int reach = static_cast<int>(std::floor(radius * kStripes));
-    const int columns = columns_ - 2 * pad_;
+    const int reach = static_cast<int>(std::lround(radius * kStripes));
+    const auto disc = [&](double stripes) {
+        const double away = stripes / kStripes;
+        return static_cast<float>(std::sqrt(std::max(radius * radius - away * away, 0.0)));
+    };
     for (int k = 0; k < kStripes; ++k) {
-        float* top = pen_.top.data() + k * columns_;
-        float* bottom = pen_.bottom.data() + k * columns_;
-        for (int d = -reach; d <= reach; ++d) {
-            const double away = static_cast<double>(d) / kStripes;
-            const auto height =
-                static_cast<float>(std::sqrt(std::max(radius * radius - away * away, 0.0)));
-            const std::size_t place = place_of(k + d + pad_ * kStripes);
-            const float* line_top = line_.top.data() + place;
-            const float* line_bottom = line_.bottom.data() + place;
-            for (int i = 0; i < columns; ++i) {
-                top[i] = std::min(top[i], line_top[i] - height);
-                bottom[i] = std::max(bottom[i], line_bottom[i] + height);
-            }
-        }
+        for (int d = -reach; d <= reach; ++d)
+            raise(k, d, between_, between_, disc(d));
+        for (int d = -reach; d < reach; ++d)
+            raise(k, d, samples_.top, samples_.bottom, disc(d + 0.5));
+    }
+}
+
+// One stripe of the pen in all columns. Where there is no line, nothing is changed: a comparison
+// with no number is never true.
+void CurveRaster::raise(int k, int distance, const std::vector<float>& tops,
+                        const std::vector<float>& bottoms, float height) {
+    const std::size_t place = place_of(k + distance + pad_ * kStripes);
+    const float* line_top = tops.data() + place;
+    const float* line_bottom = bottoms.data() + place;
+    float* top = pen_.top.data() + k * columns_;
+    float* bottom = pen_.bottom.data() + k * columns_;
+    const int columns = columns_ - 2 * pad_;
+    for (int i = 0; i < columns; ++i) {
+        top[i] = std::min(top[i], line_top[i] - height);
+        bottom[i] = std::max(bottom[i], line_bottom[i] + height);
     }
 }
 

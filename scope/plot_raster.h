@@ -60,13 +60,16 @@ class CurveRaster {
     void follow_line(const CurveLine& line);
     void follow_samples(const CurveLine& line);
     void widen(double radius);
+    void raise(int k, int distance, const std::vector<float>& tops,
+               const std::vector<float>& bottoms, float height);
     void fill_block(int column, std::uint32_t colour, const PixelSurface& surface);
     std::size_t place_of(int stripe) const;
 
-    int pad_ = 0;      // columns before the first: the pen reaches in from there
-    int columns_ = 0;  // with those on both sides
-    Extents line_;     // what the line itself reaches
-    Extents pen_;      // what the pen covers
+    int pad_ = 0;                 // columns before the first: the pen reaches in from there
+    int columns_ = 0;             // with those on both sides
+    std::vector<float> between_;  // heights of the line before each stripe; no number beside it
+    Extents samples_;             // those inside of each stripe
+    Extents pen_;                 // what the pen covers
     std::vector<Drawn> drawn_;
 };
 

@@ -224,17 +224,6 @@ TEST_F(PlotMouseTest, PanHasNoLowerLimit) {
     EXPECT_EQ(data.window().first, INT16_MIN);
 }
 
-TEST_F(PlotMouseTest, WindowThatMovesWantsItsExtremesAnew) {
-    zoom_to(100, 200);
-    data.extremesKnown = true;
-    mouse.Image8_Click();
-    pan(5000, 4000);
-    EXPECT_FALSE(data.extremesKnown);
-    data.extremesKnown = true;
-    EXPECT_TRUE(mouse.zoom_out());
-    EXPECT_FALSE(data.extremesKnown);
-}
-
 // --- Cursors
 
 TEST_F(PlotMouseTest, CursorThatIsOnIsGrabbedAndFollows) {
