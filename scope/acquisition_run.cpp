@@ -96,6 +96,15 @@ void Acquisition::stop() {
     data_.rawIndex = 0;
 }
 
+void Acquisition::end_run() {
+    if (data_.sampling) stop();
+    services_.engine.state.scopeState = kIdle;
+    services_.engine.state.str_read_step = 0;
+    data_.rawIndex = 0;
+    data_.ProgressBar1 = 0.0;
+    tell();
+}
+
 // --- The line
 
 void Acquisition::send_step(link::Engine& engine) {
@@ -145,7 +154,9 @@ link::Received Acquisition::receive_frame(link::Engine& engine, const link::Payl
 }
 
 // Status 3 counts even when nothing was started here: the recording of somebody else is fetched.
+// Not over that of a file, where a run could not be stopped either.
 void Acquisition::take_status(std::uint8_t command, std::uint8_t status) {
+    if (data_.importMode) return;
     std::int32_t& state = services_.engine.state.scopeState;
     if (status == 1 && state >= 1) {
         state = 2;

@@ -69,6 +69,8 @@ void Add_Unit_To_CH(int entryIndex, ScopeChannel& channel) {
     PickList& units = channel.unitList;
     if (entry.key != channel.unitsShown) {
         units = {};
+        // Another unit has other numbers: a scale that was set for the old one fits no more.
+        if (channel.unitsShown != 0) channel.autoScale = true;
         channel.unitsShown = entry.key;
     }
     const std::string list = dictionary::trim_tail(entry.formula);

@@ -18,7 +18,8 @@ std::optional<std::uint8_t> Add_OD_To_CH(dictionary::Identity key, ScopeChannel&
                                          const dictionary::Store& dictionary,
                                          base::Language language);
 
-// Lists the units of that entry. The list is cleared first when it shows another object's.
+// Lists the units of that entry. The list is cleared first when it shows another object's, and
+// automatic scaling begins anew.
 void Add_Unit_To_CH(int entryIndex, ScopeChannel& channel);
 
 // The objects that every channel offers from the start, in their order.

@@ -64,8 +64,7 @@ void Oscilloscope::change_scope_language() {
     for (ScopeChannel& channel : data_.channels)
         rename_objects(channel, language());
     write_label44();
-    tell_controls();
-    if (observer_ != nullptr) observer_->plot_changed();
+    DrawPicture();
 }
 
 void Oscilloscope::write_label44() {
@@ -192,13 +191,14 @@ void Oscilloscope::click_single() {
 void Oscilloscope::click_cursor(Cursor cursor) {
     CursorPlace& place = data_.cursors.at(static_cast<std::size_t>(cursor));
     place.on = !place.on;
+    redraw();  // a scale or an offset that was typed and not entered takes effect as well
     cursors_moved();
 }
 
 void Oscilloscope::pick_curve(int list_index) {
     data_.Combo12 = is_curve(list_index) ? list_index : -1;
     cursors_moved();
-    if (observer_ != nullptr) observer_->plot_changed();  // the labels of another curve
+    DrawPicture();  // the labels of another curve
 }
 
 void Oscilloscope::step_cursor(Cursor cursor, int steps) {
@@ -269,17 +269,22 @@ Exported Oscilloscope::Command8_Click(const std::filesystem::path& file) {
 }
 
 Imported Oscilloscope::Command13_Click(const std::filesystem::path& file) {
-    // In import mode the start button is off: a run that went on would have no way to be stopped.
-    if (data_.sampling) acquisition_.Command6_Click();
     const Imported result = import_scope(file, data_, services_.engine.values().operands,
                                          services_.dictionary, language());
+    // A run must not go on: in import mode the start button is off, and behind a file that broke
+    // off the ticks may no longer be those of what is recorded.
+    if (result == Imported::kDone || result == Imported::kBroken) acquisition_.end_run();
     if (result == Imported::kDone) {
         switch_mode(true);
         data_.rowBytes = acquisition_.row_bytes();
         data_.sampleCount = static_cast<std::int32_t>(
             std::clamp(base::leading_number(data_.Text3), 0.0, double{INT16_MAX}));
         data_.rawLength = data_.rowBytes * data_.sampleCount;
-        if (Movingdata()) DrawPicture();
+        // Without a tick there is nothing to walk, and the curves of before must go.
+        const bool none_ticked =
+            std::none_of(data_.channels.begin(), data_.channels.begin() + kCurves,
+                         [](const ScopeChannel& channel) { return channel.enable; });
+        if (Movingdata() || none_ticked) DrawPicture();
     }
     tell_controls();
     return result;
@@ -299,10 +304,18 @@ void Oscilloscope::switch_mode(bool import) {
         data_.driveConfigNext = 0;
         data_.dataValid = false;
         data_.zoomDepth = 0;
-        data_.Label44 = kZoomDepth.in(language());
+        forget_texts();
         DrawPicture();
     }
     tell_controls();
+}
+
+// Around an empty plot stands what stood there before the first recording.
+void Oscilloscope::forget_texts() {
+    data_.Label44 = kZoomDepth.in(language());
+    data_.Label15 = {};
+    data_.y_labels = {};
+    read_cursors(data_, operands());
 }
 
 // --- Additions
@@ -310,7 +323,7 @@ void Oscilloscope::switch_mode(bool import) {
 void Oscilloscope::keep_reference(std::string name) {
     if (!data_.dataValid) return;
     references_.keep(std::move(name), whole_recording());
-    if (observer_ != nullptr) observer_->plot_changed();
+    DrawPicture();
 }
 
 Recording Oscilloscope::visible_recording() const {
@@ -328,19 +341,25 @@ ScopeChannel& Oscilloscope::curve(int channel) {
 }
 
 bool Oscilloscope::Movingdata() {
-    return scope::Movingdata(data_, operands(), language());
+    const bool decoded = scope::Movingdata(data_, operands(), language());
+    if (decoded) data_.curvesChanged = false;
+    return decoded;
 }
 
 void Oscilloscope::redraw() {
     if (data_.dataValid) {
-        change_curve_unit(data_, operands());
-        Print_Pic_Line(data_);
+        data_.curvesChanged = true;
         DrawPicture();
     }
     tell_controls();
 }
 
+// Ticks that came with a refresh have waited for the next draw.
 void Oscilloscope::DrawPicture() {
+    if (data_.curvesChanged && data_.dataValid) {
+        change_curve_unit(data_, operands());
+        Print_Pic_Line(data_);
+    }
     data_.curvesChanged = false;
     tell_controls();
     if (observer_ != nullptr) observer_->plot_changed();

@@ -101,6 +101,7 @@ class Oscilloscope final : public link::Window {
     ScopeChannel& curve(int channel);
     bool Movingdata();  // false: the recording does not fit, and is not drawn
     void redraw();  // change_curve_unit, Print_Pic_Line, DrawPicture
+    void forget_texts();
     void DrawPicture();
     void cursors_moved();
     void step_scale(bool up);
