@@ -47,6 +47,18 @@ INSTANTIATE_TEST_SUITE_P(
         SpanCase{0.0014, "2.0E-03"}, SpanCase{2e15, "2.0E+15"}, SpanCase{2e-15, "2.0E-15"},
         SpanCase{2e100, "2.0E+100"}, SpanCase{2e-100, "2.0E-100"}));
 
+TEST(ScaleForSpanEdges, FourteenHundredthsWentDownAndRiseToTwoTenths) {
+    EXPECT_EQ(scale_for_span(6 * 0.14), (ScaleStep{2, -1}));
+}
+
+TEST(ScaleForSpanEdges, NinetySixHundredthsWentUpToOneAndStay) {
+    EXPECT_EQ(scale_for_span(6 * 0.96), (ScaleStep{1, 0}));
+}
+
+TEST(ScaleForSpanEdges, FiftyFiveHundredthsWentUpAndKeepTheirSix) {
+    EXPECT_EQ(scale_for_span(6 * 0.55), (ScaleStep{6, -1}));
+}
+
 TEST(ScaleForSpanEdges, FlatTraceGivesTwoTenths) {
     const ScaleStep step = scale_for_span(1.0);
     EXPECT_EQ(step, (ScaleStep{2, -1}));

@@ -103,6 +103,39 @@ TEST_F(ScopeRuns, RecordingsOfEveryLengthComeWhole) {
     }
 }
 
+// As much as the recorder's slots hold: rows of int32, int16, int32, int16.
+TEST_F(ScopeRuns, TwoWideObjectsWithTwoNarrowOnesAreRecorded) {
+    record_item(0, 4);
+    record_item(1, 2);
+    record_item(2, 6);
+    record_item(3, 3);
+    run_for(500ms);
+    EXPECT_EQ(recorder.object(0x23000504), 0x60630020);
+    EXPECT_EQ(recorder.object(0x23000604), 0x60FB0820);
+    for (int index = 0; index < kCurves; ++index)
+        EXPECT_TRUE(channel(index).enable) << index;
+    const Rows left = rows_of(1, 50);
+    const Rows right = rows_of(2, 50);
+    recorder.record = [&](int) {
+        Bytes bytes;
+        for (std::size_t row = 0; row < left.narrow.size(); ++row) {
+            for (const Rows* pair : {&left, &right}) {
+                const auto from = pair->bytes.begin() + static_cast<std::ptrdiff_t>(6 * row);
+                bytes.insert(bytes.end(), from + 2, from + 6);
+                bytes.insert(bytes.end(), from, from + 2);
+            }
+        }
+        return bytes;
+    };
+    acquisition.Command6_Click();
+    EXPECT_EQ(data.rowBytes, 12);
+    ASSERT_TRUE(run_until_recordings(1));
+    EXPECT_EQ(decoded(0), left.wide);
+    EXPECT_EQ(decoded(1), left.narrow);
+    EXPECT_EQ(decoded(2), right.wide);
+    EXPECT_EQ(decoded(3), right.narrow);
+}
+
 TEST_F(ScopeRuns, RecordingLongerThanTheBufferWaitsForTheOperator) {
     recorder.record = [](int) { return Bytes(8200, 0x55); };
     acquisition.Command6_Click();
