@@ -127,7 +127,6 @@ void PlotMouse::Picture1_MouseUp(MouseButton button, double x, double /*y*/) {
     } else {
         // From right to left leads out again; so does a click.
         if (data_.zoomDepth > 0) --data_.zoomDepth;
-        data_.extremesKnown = false;
     }
     // Written anew even where the level stays, at the first and at the last.
     events_.view_changed(true);
@@ -162,13 +161,11 @@ bool PlotMouse::zoom_to(const ZoomWindow& window) {
     if (data_.zoomDepth >= kLastLevel) return false;
     ++data_.zoomDepth;
     data_.zoomWindow.at(data_.zoomDepth) = window;
-    data_.extremesKnown = false;
     return true;
 }
 
 void PlotMouse::show_window(const ZoomWindow& window, bool times) {
     ZoomWindow& shown = data_.zoomWindow.at(data_.zoomDepth);
-    if (!(shown == window)) data_.extremesKnown = false;
     shown = window;
     events_.view_changed(times);
 }
@@ -189,7 +186,6 @@ bool PlotMouse::zoom_in(double at) {
 bool PlotMouse::zoom_out() {
     if (!data_.dataValid || data_.zoomDepth == 0 || dragging()) return false;
     --data_.zoomDepth;
-    data_.extremesKnown = false;
     events_.view_changed(true);
     return true;
 }

@@ -95,7 +95,6 @@ struct ScopeData {
     std::array<ZoomWindow, kZoomLevels> zoomWindow{};
     bool dataValid = false;
     bool importMode = false;             // doubles as configRefreshOff
-    bool extremesKnown = false;          // for the window shown; cleared by whoever changes it
     bool curvesChanged = true;           // must be computed anew on the next draw
     std::string Label44;                 // zoom depth and time grid
     std::array<std::string, 5> Label15;  // times at grid lines 2, 4, 6, 8, and their unit
