@@ -256,6 +256,23 @@ TEST(CloseWindow, HidesAndKeepsTheRows) {
     EXPECT_EQ(bench.workstation.find_page("Basic")->grid().cell(2, params::kValue), "42");
 }
 
+TEST(CloseWindow, ARunOfTheScopeOutlivesItsWindow) {
+    ShellBench bench;
+    ASSERT_TRUE(MDIForm_Load(bench.workstation));
+    Workstation& workstation = bench.workstation;
+    open_page(workstation, bench.window("Scope"));
+    EXPECT_TRUE(workstation.scope.acquisition().window_visible());
+    for (int state = 1; state <= 6; ++state) {
+        workstation.engine.state.scopeState = state;
+        close_window(workstation, bench.window("Scope"));
+        EXPECT_FALSE(workstation.scope.acquisition().window_visible()) << state;
+        EXPECT_EQ(workstation.engine.state.scopeState, state);
+        open_page(workstation, bench.window("Scope"));
+        EXPECT_TRUE(workstation.scope.acquisition().window_visible()) << state;
+        EXPECT_EQ(workstation.engine.state.scopeState, state);
+    }
+}
+
 TEST(PopUp, DeletingTheLastRowLeavesOnlyTheHeader) {
     ShellBench bench;
     ASSERT_TRUE(MDIForm_Load(bench.workstation));
