@@ -87,8 +87,10 @@ Parts::Parts(const Block& block, int row) {
         for (int i = 0; i < kBlock; ++i)
             seen[i] += std::max(
                 std::min(block.bottom[k][i], lower) - std::max(block.top[k][i], upper), 0.0F);
-    for (int i = 0; i < kBlock; ++i)
-        of[i] = static_cast<int>(seen[i] * (256.0F / kStripes) + 0.5F);
+    for (int i = 0; i < kBlock; ++i) {
+        const float rounded = seen[i] * (256.0F / kStripes) + 0.5F;  // never negative
+        of[i] = static_cast<int>(rounded);
+    }
 }
 
 void Parts::fill_row(int row, std::uint32_t colour, const PixelSurface& surface) const {
@@ -203,7 +205,8 @@ void CurveRaster::reset(int width, double radius) {
 
 // Stripes are counted from the padding's first.
 std::size_t CurveRaster::place_of(int stripe) const {
-    return static_cast<std::size_t>(stripe % kStripes * columns_ + stripe / kStripes);
+    const int place = stripe % kStripes * columns_ + stripe / kStripes;
+    return static_cast<std::size_t>(place);
 }
 
 // The line's height between every two stripes, and the samples inside of each.
