@@ -124,6 +124,16 @@ class TickWatch {
     std::vector<double> late_;
 };
 
+// Counts what is really painted of the plot.
+class PaintCount final : public QObject {
+  public:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++paints;
+        return false;
+    }
+    int paints = 0;
+};
+
 struct Rates {
     double still = 0;
     double busy = 0;
@@ -160,12 +170,11 @@ class Bench {
         Rates rates;
         QTimer repaint;
         repaint.setTimerType(Qt::PreciseTimer);
-        int repaints = 0;
-        QObject::connect(&repaint, &QTimer::timeout, &window_, [this, &repaints] {
-            scope_.mouse().shift(repaints++ % 2 == 0 ? 16 : -16);
-            window_.refresh_now();
-            window_.repaint();
-        });
+        int moves = 0;
+        PaintCount count;
+        window_.findChild<QWidget*>(QStringLiteral("Picture1"))->installEventFilter(&count);
+        QObject::connect(&repaint, &QTimer::timeout, &window_,
+                         [this, &moves] { scope_.mouse().shift(moves++ % 2 == 0 ? 16 : -16); });
         for (int turn = 0; turn < kTurns; ++turn) {
             rates.still += rate() / kTurns;
             watch.listening = true;
@@ -174,7 +183,7 @@ class Bench {
             repaint.stop();
             watch.listening = false;
         }
-        rates.repaints = repaints / (kTurns * std::chrono::duration<double>(kTurn).count());
+        rates.repaints = count.paints / (kTurns * std::chrono::duration<double>(kTurn).count());
         return rates;
     }
 

@@ -29,6 +29,7 @@ struct ZoomRectangle {
     double rectangle_y1 = 0.0;
     double rectangle_x2 = 0.0;
     double rectangle_y2 = 0.0;
+    bool operator==(const ZoomRectangle&) const = default;
 };
 
 // The nearest of the cursors that are on, within so many units; nothing where none is.

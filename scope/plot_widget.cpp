@@ -31,7 +31,10 @@ bool is_vertical(Cursor cursor) {
 
 }  // namespace
 
-PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent) {
+PlotWidget::PlotWidget(QWidget* parent)
+    : QWidget(parent), picture_([this] {
+          QMetaObject::invokeMethod(this, &PlotWidget::painted, Qt::QueuedConnection);
+      }) {
     setObjectName(QStringLiteral("Picture1"));
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -45,16 +48,28 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent) {
 void PlotWidget::set_scene(PlotScene scene) {
     picture_.set_scene(std::move(scene));
     read_under(mouse_);
+    if (isVisible() && picture_.paint_ahead(size(), frame().ratio)) return;
     update();
+}
+
+// A newer scene may have come in the meantime. It is begun, and this one is shown: scenes that come
+// fast would otherwise leave the plot as it was.
+void PlotWidget::painted() {
+    const qreal ratio = frame().ratio;
+    ready_ = picture_.ready(size(), ratio);
+    picture_.paint_ahead(size(), ratio);
+    repaint();
+    ready_ = {};
 }
 
 void PlotWidget::set_overlay(const std::array<CursorPlace, kCursors>& cursors,
                              const std::optional<ZoomRectangle>& rectangle, Pointer pointer) {
+    const bool moved = overlay_.cursors != cursors || overlay_.rectangle != rectangle;
     overlay_.cursors = cursors;
     overlay_.rectangle = rectangle;
     pointer_ = pointer;
     choose_pointer();
-    update();
+    if (moved) update();
 }
 
 PictureFrame PlotWidget::frame() const {
@@ -92,7 +107,8 @@ QSize PlotWidget::minimumSizeHint() const {
 void PlotWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const PictureFrame shown = frame();
-    painter.drawImage(QPointF(0, 0), picture_.image(size(), shown.ratio));
+    painter.drawImage(QPointF(0, 0),
+                      ready_.isNull() ? picture_.image(size(), shown.ratio) : ready_);
     paint_overlay(painter, shown, picture_.scene(), overlay_, font());
 }
 
@@ -100,7 +116,7 @@ void PlotWidget::mousePressEvent(QMouseEvent* event) {
     held_ = event->buttons();
     if (event->button() == Qt::LeftButton) held_cursor_ = cursor_under(event->position());
     const QPointF at = to_units(event->position());
-    read_under(std::nullopt);
+    if (read_under(std::nullopt)) update();
     Q_EMIT pressed(button_of(event->button()), at.x(), at.y());
     choose_pointer();
     event->accept();
@@ -114,10 +130,8 @@ void PlotWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 void PlotWidget::mouseMoveEvent(QMouseEvent* event) {
     held_ = event->buttons();
     const QPointF at = to_units(event->position());
-    if (held_ == Qt::NoButton)
-        read_under(event->position());
-    else
-        read_under(std::nullopt);
+    const bool free = held_ == Qt::NoButton;
+    if (read_under(free ? std::optional(event->position()) : std::nullopt)) update();
     Q_EMIT moved(held_of(held_), at.x(), at.y());
     choose_pointer();
     event->accept();
@@ -128,19 +142,20 @@ void PlotWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) held_cursor_.reset();
     const QPointF at = to_units(event->position());
     Q_EMIT released(button_of(event->button()), at.x(), at.y());
-    if (held_ == Qt::NoButton && rect().contains(event->position().toPoint()))
-        read_under(event->position());
+    if (held_ == Qt::NoButton && rect().contains(event->position().toPoint()) &&
+        read_under(event->position()))
+        update();
     choose_pointer();
     event->accept();
 }
 
 void PlotWidget::leaveEvent(QEvent* event) {
-    read_under(std::nullopt);
+    if (read_under(std::nullopt)) update();
     QWidget::leaveEvent(event);
 }
 
 void PlotWidget::hideEvent(QHideEvent* event) {
-    read_under(std::nullopt);
+    if (read_under(std::nullopt)) update();
     held_cursor_.reset();
     if (held_ != Qt::NoButton) {
         held_ = Qt::NoButton;
@@ -162,7 +177,7 @@ void PlotWidget::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
-void PlotWidget::read_under(std::optional<QPointF> at) {
+bool PlotWidget::read_under(std::optional<QPointF> at) {
     const bool shown = overlay_.hover.has_value();
     mouse_ = at;
     overlay_.hover.reset();
@@ -171,7 +186,7 @@ void PlotWidget::read_under(std::optional<QPointF> at) {
         overlay_.hover = hover_readout(picture_.scene(), units.x());
         overlay_.hover_y = units.y();
     }
-    if (shown || overlay_.hover) update();
+    return shown || overlay_.hover;
 }
 
 std::optional<Cursor> PlotWidget::cursor_under(QPointF at) const {

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "scope/plot_mouse.h"
+#include "scope/plot_backing_view.h"
 #include "scope/plot_paint_view.h"
 
 namespace servo::scope {
@@ -16,7 +17,8 @@ class PlotWidget final : public QWidget {
   public:
     explicit PlotWidget(QWidget* parent = nullptr);
 
-    // Paints the curves anew.
+    // Paints the curves anew; they appear when they are ready, and at once where the plot is painted
+    // for another reason.
     void set_scene(PlotScene scene);
     // Cursors, rectangle and pointer; the curves stay as they were painted.
     void set_overlay(const std::array<CursorPlace, kCursors>& cursors,
@@ -57,11 +59,14 @@ class PlotWidget final : public QWidget {
 
   private:
     PictureFrame frame() const;
-    void read_under(std::optional<QPointF> at);
+    void painted();
+    // False when there was nothing to read and is nothing now.
+    bool read_under(std::optional<QPointF> at);
     void choose_pointer();
     std::optional<Cursor> cursor_under(QPointF at) const;
 
-    PlotPicture picture_;
+    PlotBacking picture_;
+    QImage ready_;  // while it is being shown
     PlotOverlay overlay_;
     Pointer pointer_ = Pointer::kArrow;
     std::optional<QPointF> mouse_;  // over the plot, no button held

@@ -48,6 +48,7 @@ struct ZoomWindow {
 struct CursorPlace {
     bool on = false;
     double at = 0.0;  // X cursors: abscissa; Y cursors: height from the top
+    bool operator==(const CursorPlace&) const = default;
 };
 
 // Read-outs of the cursors, by their labels.

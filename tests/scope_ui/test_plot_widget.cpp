@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
+#include <memory>
 #include <vector>
 
 #include "scope/plot_widget.h"
@@ -181,6 +182,48 @@ TEST_F(PlotWidgetTest, SecondPressInHasteIsAPressToo) {
     QTest::mouseRelease(&widget, Qt::LeftButton, {}, {100, 100});
     EXPECT_EQ(presses.size(), 2U);
     EXPECT_EQ(releases.size(), 2U);
+}
+
+TEST_F(PlotWidgetTest, ANewSceneIsShownWhenItIsReadyWithoutWaitingForIt) {
+    show(data);
+    const QImage before = widget.grab().toImage();
+    const ScopeData other = recorded(Kind::kRandom, 500);
+    show(other);
+    const QImage after = widget.grab().toImage();  // whoever looks sees the newest
+    EXPECT_NE(before, after);
+    PlotWidget fresh;
+    fresh.resize(widget.size());
+    fresh.show();
+    fresh.set_scene(plot_scene(other, sample_operands(), References{}, base::Language::kEnglish));
+    EXPECT_EQ(fresh.grab().toImage(), after);
+}
+
+TEST_F(PlotWidgetTest, ScenesThatComeFasterThanTheyArePaintedEndWithTheLast) {
+    show(data);
+    widget.grab();
+    ScopeData last = recorded(Kind::kNoisy, 8192);
+    for (int i = 0; i < 20; ++i) {
+        last.zoomWindow[0].last = static_cast<std::int16_t>(8000 + i);
+        show(last);
+        QCoreApplication::processEvents();
+    }
+    PlotWidget fresh;
+    fresh.resize(widget.size());
+    fresh.show();
+    fresh.set_scene(plot_scene(last, sample_operands(), References{}, base::Language::kEnglish));
+    EXPECT_EQ(fresh.grab().toImage(), widget.grab().toImage());
+}
+
+TEST_F(PlotWidgetTest, APictureUnderWayEndsWithItsWidget) {
+    auto gone = std::make_unique<PlotWidget>();
+    gone->resize(501, 301);
+    gone->show();
+    const ScopeData noise = recorded(Kind::kRandom, 8192);
+    gone->set_scene(plot_scene(data, sample_operands(), References{}, base::Language::kEnglish));
+    gone->grab();
+    gone->set_scene(plot_scene(noise, sample_operands(), References{}, base::Language::kEnglish));
+    gone.reset();
+    QCoreApplication::processEvents();
 }
 
 }  // namespace
