@@ -5,8 +5,8 @@
 #include <QWidget>
 #include <optional>
 
-#include "scope/plot_mouse.h"
 #include "scope/plot_backing_view.h"
+#include "scope/plot_mouse.h"
 #include "scope/plot_paint_view.h"
 
 namespace servo::scope {
@@ -17,8 +17,8 @@ class PlotWidget final : public QWidget {
   public:
     explicit PlotWidget(QWidget* parent = nullptr);
 
-    // Paints the curves anew; they appear when they are ready, and at once where the plot is painted
-    // for another reason.
+    // Paints the curves anew; they appear when they are ready, and at once where the plot is
+    // painted for another reason.
     void set_scene(PlotScene scene);
     // Cursors, rectangle and pointer; the curves stay as they were painted.
     void set_overlay(const std::array<CursorPlace, kCursors>& cursors,

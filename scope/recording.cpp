@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr base::Text kTime{"时间 (us)", "time (us)"};
+constexpr base::Text kTime{"时间 (us)", "Time (us)"};
 
 // Texts in the lists may carry the blanks of their fields.
 std::string trimmed(std::string_view text) {

@@ -102,7 +102,7 @@ TEST(Recording, ThereIsNoneBeforeTheFirst) {
 TEST(RecordingTable, AHeaderThenALineForEachSample) {
     EXPECT_EQ(csv_text(take(recorded(), {0, 2}), Language::kEnglish),
               std::string(kMark) +
-                  "time (us),Actual current (Ap),Actual position (DEC)\r\n"
+                  "Time (us),Actual current (Ap),Actual position (DEC)\r\n"
                   "0,0,0\r\n"
                   "125,10,-1\r\n"
                   "250,20,-2\r\n");
@@ -119,17 +119,17 @@ TEST(RecordingTable, NamesAreQuotedWhereTheyNeedIt) {
         1, {{0, "current, q", "", {1}}, {1, "the \"best\"", "A,B", {2}}, {2, "a\nb", "", {3}}}};
     EXPECT_EQ(csv_text(recording, Language::kEnglish),
               std::string(kMark) +
-                  "time (us),\"current, q\",\"the \"\"best\"\" (A,B)\",\"a\nb\"\r\n0,1,2,3\r\n");
+                  "Time (us),\"current, q\",\"the \"\"best\"\" (A,B)\",\"a\nb\"\r\n0,1,2,3\r\n");
 }
 
 TEST(RecordingTable, ARecordingWithoutCurvesIsAHeader) {
-    EXPECT_EQ(csv_text({}, Language::kEnglish), std::string(kMark) + "time (us)\r\n");
+    EXPECT_EQ(csv_text({}, Language::kEnglish), std::string(kMark) + "Time (us)\r\n");
 }
 
 TEST(RecordingTable, AShorterCurveLeavesItsCellsEmpty) {
     const Recording recording{10, {{0, "a", "", {1, 2}}, {1, "b", "", {3}}}};
     EXPECT_EQ(csv_text(recording, Language::kEnglish),
-              std::string(kMark) + "time (us),a,b\r\n0,1,3\r\n10,2,\r\n");
+              std::string(kMark) + "Time (us),a,b\r\n0,1,3\r\n10,2,\r\n");
 }
 
 // A reader of its own, as strict as the format: quotes, CR LF, no stray characters.
