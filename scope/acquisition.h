@@ -53,7 +53,8 @@ class Acquisition final : public link::ScopeLink {
     // --- Runs
     void Command6_Click();  // start and stop
     void Command7_Click();  // fetches the buffer again without a run
-    // Ends a run whatever is ticked, and forgets a recording of somebody else that is being fetched.
+    // Ends a run whatever is ticked, and forgets a recording of somebody else that is being
+    // fetched.
     void end_run();
 
     // Row bytes of the channels that are enabled and have an object.

@@ -100,7 +100,7 @@ class Oscilloscope final : public link::Window {
   private:
     ScopeChannel& curve(int channel);
     bool Movingdata();  // false: the recording does not fit, and is not drawn
-    void redraw();  // change_curve_unit, Print_Pic_Line, DrawPicture
+    void redraw();      // change_curve_unit, Print_Pic_Line, DrawPicture
     void forget_texts();
     void DrawPicture();
     void cursors_moved();

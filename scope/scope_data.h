@@ -84,7 +84,8 @@ struct ScopeData {
     std::int32_t sampleCount = 0;
     std::array<std::uint8_t, kMaxBytes> rawBytes{};
     std::int16_t rawIndex = 0;
-    // Of the last upload, or of the rows of an imported file, which may be more than a buffer holds.
+    // Of the last upload, or of the rows of an imported file, which may be more than a buffer
+    // holds.
     std::int32_t rawLength = 0;
     std::uint8_t statusPollCount = 0;
     std::array<std::int32_t, 6> driveConfigValues{};  // subs 1 to 6, shifted right by 8
