@@ -9,10 +9,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QProcess>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <cstdio>
 #include <deque>
 #include <string>
@@ -21,6 +18,7 @@
 #include "base/clock.h"
 #include "base/file.h"
 #include "bench/ratio.h"
+#include "bench/simulated_line.h"
 #include "dictionary/keys.h"
 #include "link/engine.h"
 #include "link/qt_serial_port.h"
@@ -126,38 +124,8 @@ double told_rate() {
     return static_cast<double>(engine.counters.answers - before) / (kTicks * kTickSeconds);
 }
 
-class Drive {
-  public:
-    explicit Drive(int turnaround_microseconds) {
-        process_.setProgram(SERVO_BIN_DIR "/drive-sim");
-        process_.setArguments({"--turnaround", QString::number(turnaround_microseconds)});
-        process_.start();
-        while (line.empty() && process_.waitForReadyRead(10'000)) {
-            const QByteArray said = process_.readLine().trimmed();
-            if (said.startsWith("line: ")) line = said.mid(6).toStdString();
-        }
-    }
-    ~Drive() {
-        process_.terminate();
-        process_.waitForFinished();
-    }
-    Drive(const Drive&) = delete;
-    Drive& operator=(const Drive&) = delete;
-
-    std::string line;
-
-  private:
-    QProcess process_;
-};
-
-void let_pass(std::chrono::milliseconds time) {
-    QEventLoop loop;
-    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
 double kept_rate(int turnaround_microseconds) {
-    Drive drive(turnaround_microseconds);
+    bench::SimulatedLine drive({"--turnaround", QString::number(turnaround_microseconds)});
     link::PortNames names;
     link::QtSerialPort port(names);
     base::SteadyClock clock;
@@ -174,11 +142,11 @@ double kept_rate(int turnaround_microseconds) {
     }
     engine.link_opened();
     timer.set_enabled(true);
-    let_pass(2s);
+    bench::let_pass(2s);
     const std::uint64_t before = engine.counters.answers;
     QElapsedTimer watch;
     watch.start();
-    let_pass(12s);
+    bench::let_pass(12s);
     const double seconds = static_cast<double>(watch.nsecsElapsed()) * 1e-9;
     const double rate = static_cast<double>(engine.counters.answers - before) / seconds;
     std::printf("turnaround %d us: %.1f answered objects a second, %d refused\n",
@@ -208,7 +176,7 @@ double processor_seconds(const std::string& line, const QString& folder, int mil
 
 // Part of one core, start-up and end taken out by the difference of two runs.
 double processor_use() {
-    Drive drive(300);
+    bench::SimulatedLine drive({"--turnaround", "300"});
     QTemporaryDir folder;
     const double brief = processor_seconds(drive.line, folder.path(), 2'000);
     const double lengthy = processor_seconds(drive.line, folder.path(), 22'000);

@@ -4,8 +4,6 @@
 // turns.
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QProcess>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -16,6 +14,7 @@
 #include "base/clock.h"
 #include "base/file.h"
 #include "bench/ratio.h"
+#include "bench/simulated_line.h"
 #include "bench/temporary_folder.h"
 #include "link/engine.h"
 #include "link/qt_serial_port.h"
@@ -55,35 +54,6 @@ class NoNotice final : public base::Notice {
         return base::Answer::kOk;
     }
 };
-
-class Drive {
-  public:
-    Drive() {
-        process_.setProgram(SERVO_BIN_DIR "/drive-sim");
-        process_.start();
-        while (line.empty() && process_.waitForReadyRead(10'000)) {
-            const QByteArray said = process_.readLine().trimmed();
-            if (said.startsWith("line: ")) line = said.mid(6).toStdString();
-        }
-    }
-    ~Drive() {
-        process_.terminate();
-        process_.waitForFinished();
-    }
-    Drive(const Drive&) = delete;
-    Drive& operator=(const Drive&) = delete;
-
-    std::string line;
-
-  private:
-    QProcess process_;
-};
-
-void let_pass(std::chrono::milliseconds time) {
-    QEventLoop loop;
-    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 // Four channels of noise over their whole range.
 std::string recording() {
@@ -162,7 +132,7 @@ class Bench {
         engine_.link_opened();
         timer_.set_enabled(true);
         scope_.mouse().zoom_in(0.5);
-        let_pass(2s);
+        bench::let_pass(2s);
         return true;
     }
 
@@ -194,13 +164,13 @@ class Bench {
         const std::uint64_t before = engine_.counters.answers;
         QElapsedTimer elapsed;
         elapsed.start();
-        let_pass(kTurn);
+        bench::let_pass(kTurn);
         const double seconds = static_cast<double>(elapsed.nsecsElapsed()) * 1e-9;
         return static_cast<double>(engine_.counters.answers - before) / seconds;
     }
 
     bench::TemporaryFolder folder_;
-    Drive drive_;
+    bench::SimulatedLine drive_;
     dictionary::Store dictionary_;
     link::PortNames names_;
     link::QtSerialPort port_{names_};

@@ -28,10 +28,8 @@
 #ifdef SERVO_BENCH_PTY
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QProcess>
-#include <QTimer>
 
+#include "bench/simulated_line.h"
 #include "link/qt_serial_port.h"
 #endif
 
@@ -142,37 +140,8 @@ double virtual_rate(const dictionary::Store& dictionary) {
 
 #ifdef SERVO_BENCH_PTY
 
-class Drive {
-  public:
-    Drive() {
-        process_.setProgram(SERVO_BIN_DIR "/drive-sim");
-        process_.start();
-        while (line.empty() && process_.waitForReadyRead(10'000)) {
-            const QByteArray said = process_.readLine().trimmed();
-            if (said.startsWith("line: ")) line = said.mid(6).toStdString();
-        }
-    }
-    ~Drive() {
-        process_.terminate();
-        process_.waitForFinished();
-    }
-    Drive(const Drive&) = delete;
-    Drive& operator=(const Drive&) = delete;
-
-    std::string line;
-
-  private:
-    QProcess process_;
-};
-
-void let_pass(std::chrono::milliseconds time) {
-    QEventLoop loop;
-    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
 double pty_rate(const dictionary::Store& dictionary) {
-    Drive drive;
+    bench::SimulatedLine drive;
     link::PortNames names;
     link::QtSerialPort port(names);
     base::SteadyClock clock;
@@ -199,7 +168,7 @@ double pty_rate(const dictionary::Store& dictionary) {
     }
     engine.link_opened();
     timer.set_enabled(true);
-    let_pass(3s);
+    bench::let_pass(3s);
     scope.set_up(let_pass);
     QTimer::singleShot(120s, &until_done, &QEventLoop::quit);
     until_done.exec();
