@@ -169,7 +169,7 @@ double pty_rate(const dictionary::Store& dictionary) {
     engine.link_opened();
     timer.set_enabled(true);
     bench::let_pass(3s);
-    scope.set_up(let_pass);
+    scope.set_up(bench::let_pass);
     QTimer::singleShot(120s, &until_done, &QEventLoop::quit);
     until_done.exec();
     return rate(scope, seconds, "pseudo-terminal");
