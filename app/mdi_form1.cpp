@@ -1,5 +1,6 @@
 #include "app/mdi_form1.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -227,7 +228,8 @@ QString MDIForm1::tool_picture(const QString& key) const {
 }
 
 QMenu* MDIForm1::open_popup() {
-    return xpop_->isVisible() ? xpop_ : nullptr;
+    if (xpop_->isVisible()) return xpop_;
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());  // a button's
 }
 
 bool MDIForm1::open_window(const QString& name) {

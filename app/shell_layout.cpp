@@ -64,6 +64,12 @@ Size first_size(Size area, Size wanted) {
             std::min(wanted.height, std::max(area.height - rest, wanted.height / 2))};
 }
 
+Size whole_size(Size area, Size wanted) {
+    const Size narrow = first_size(area, wanted);
+    return {std::max(narrow.width, std::min(wanted.width, area.width)),
+            std::max(narrow.height, std::min(wanted.height, area.height))};
+}
+
 namespace {
 
 // Places of the cascade: that many down, that many to the right.

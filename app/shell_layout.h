@@ -41,6 +41,9 @@ std::vector<Place> icon_places(Size area, const std::vector<Size>& icons);
 // stay reachable.
 Size first_size(Size area, Size wanted);
 
+// Of a window that is mostly a picture: all that it wants, as far as the area has it.
+Size whole_size(Size area, Size wanted);
+
 // Top left corner of the n-th page: each a step further down and right, so that every title bar can
 // be seen. Where the next step would leave the area it begins anew at the top, further right.
 Place cascade_place(Size area, Size window, int count);

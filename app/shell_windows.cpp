@@ -27,7 +27,8 @@ class Adder {
   public:
     Adder(WindowHost& host, Workstation& workstation) : host_(host), workstation_(workstation) {}
 
-    void add(std::string_view name, std::function<QWidget*()> make, Kind frame = Kind::kPage) {
+    void add(std::string_view name, std::function<QWidget*()> make, Kind frame = Kind::kPage,
+             bool roomy = false) {
         const WindowDefinition& definition = *find_window_definition(name);
         const auto caption = [&definition, &workstation = workstation_](base::Language language) {
             return to_qt(caption_of(definition, language, workstation.Tavro_Nevra_Other_mode));
@@ -35,7 +36,8 @@ class Adder {
         host_.add_kind(std::string(name), {.make = std::move(make),
                                            .caption = caption,
                                            .frame = frame,
-                                           .designed_font = definition.designed_font});
+                                           .designed_font = definition.designed_font,
+                                           .roomy = roomy});
     }
 
   private:
@@ -110,7 +112,7 @@ void add_scope(Adder& adder, Workstation& workstation, const WindowHooks& hooks)
         QObject::connect(window, &scope::ScopeWindow::object_asked, window, pick);
         return window;
     };
-    adder.add("Scope", make);
+    adder.add("Scope", make, Kind::kPage, true);
 }
 
 void add_coming(Adder& adder) {

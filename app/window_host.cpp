@@ -114,7 +114,7 @@ void WindowHost::place_first(const std::string& name, ChildWindow& frame) {
         frame.move(corner.x, corner.y);
         return;
     }
-    const Size size = first_size(area, wanted);
+    const Size size = kinds_.at(name).roomy ? whole_size(area, wanted) : first_size(area, wanted);
     frame.put({free_place(area, size, taken_corners(frame)), size, PlaceState::kNormal});
 }
 

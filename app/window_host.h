@@ -28,6 +28,7 @@ struct WindowKind {
     ChildWindow::Kind frame = ChildWindow::Kind::kPage;
     bool designed_font = false;  // keeps its font when the language changes
     bool of_the_frame = false;   // none of `all_windows`: its close box asks nobody
+    bool roomy = false;          // may have the whole area at first, not only what a cascade leaves
 };
 
 class WindowHost final : public QObject {

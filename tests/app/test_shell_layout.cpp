@@ -55,6 +55,12 @@ TEST(FirstSize, LeavesRoomForTheWindowsBehind) {
     EXPECT_EQ(first_size({200, 100}, {880, 700}), (Size{440, 350}));
 }
 
+TEST(FirstSize, AWindowThatIsAPictureMayHaveTheWholeArea) {
+    EXPECT_EQ(whole_size({1280, 709}, {1240, 748}), (Size{1240, 709}));
+    EXPECT_EQ(whole_size({1920, 1000}, {1240, 748}), (Size{1240, 748}));
+    EXPECT_EQ(whole_size({200, 100}, {880, 700}), (Size{440, 350}));
+}
+
 TEST(Cascade, NoTwoPagesHideEachOthersTitleBar) {
     std::vector<Place> places;
     for (int i = 0; i < 20; ++i) {
