@@ -64,6 +64,24 @@ constexpr std::array kGridLines{
     FixedLine{{"行的弹出菜单", "Menu of the row"}, "Menu, Shift+F10"},
 };
 
+// What the keys do while the oscilloscope's plot has the focus.
+constexpr std::array kPlotLines{
+    FixedLine{{"开始或停止", "Start or stop"}, "Space"},
+    FixedLine{{"开关游标 X1、X2、Y1、Y2", "Cursor X1, X2, Y1, Y2 on or off"}, "1, 2, 3, 4"},
+    FixedLine{{"选择下一个游标", "Pick the next cursor"}, "Tab"},
+    FixedLine{{"移动 X 游标", "Move the X cursor"}, "Left, Right"},
+    FixedLine{{"移动 Y 游标", "Move the Y cursor"}, "Up, Down"},
+    FixedLine{{"移动十步", "Move it ten steps"}, "Ctrl+Left … Ctrl+Down"},
+    FixedLine{{"放大，缩小，整个记录", "Zoom in, zoom out, whole recording"}, "+, -, 0"},
+    FixedLine{{"平移", "Move along the recording"}, "PgUp, PgDown, Home, End"},
+    FixedLine{{"自动选择所有曲线的刻度", "Fit all curves in height"}, "F"},
+    FixedLine{{"手形工具", "Hand tool"}, "H"},
+    FixedLine{{"统计，频谱，参考记录", "Statistics, spectrum, references"}, "S, P, G"},
+    FixedLine{{"保留为参考记录", "Keep as a reference"}, "R"},
+    FixedLine{{"保存图片", "Save the picture"}, "Ctrl+Shift+P"},
+    FixedLine{{"把数据保存为 CSV", "Save the data as CSV"}, "Ctrl+Shift+D"},
+};
+
 // Chinese captions carry their access key behind the text ("文件&F"), where it is no part of it.
 std::string without_marks(std::string_view caption) {
     if (caption.size() >= 3 && caption[caption.size() - 2] == '&' && (caption[0] & 0x80) != 0)
@@ -135,14 +153,17 @@ class ListMaker {
         return group;
     }
 
-    ShortcutGroup grids() const {
-        ShortcutGroup group{text({"表格", "Grids"}), {}};
-        for (const FixedLine& line : kGridLines)
+    ShortcutGroup grids() const { return fixed({"表格", "Grids"}, kGridLines); }
+    ShortcutGroup plot() const { return fixed({"示波器曲线图", "Plot of the scope"}, kPlotLines); }
+
+  private:
+    ShortcutGroup fixed(const Text& title, std::span<const FixedLine> lines) const {
+        ShortcutGroup group{text(title), {}};
+        for (const FixedLine& line : lines)
             group.lines.push_back({text(line.command), std::string(line.keys)});
         return group;
     }
 
-  private:
     std::string text(const Text& pair) const { return std::string(pair.in(language_)); }
     void add(ShortcutGroup& group, ShortcutKind kind, const Text& caption) const {
         if (const Shortcut* found = shortcut_of(kind))
@@ -179,6 +200,7 @@ std::vector<ShortcutGroup> shortcut_list(Language language, dictionary::Variant 
     groups.push_back(maker.tools());
     groups.push_back(maker.windows());
     groups.push_back(maker.grids());
+    groups.push_back(maker.plot());
     std::erase_if(groups, [](const ShortcutGroup& group) { return group.lines.empty(); });
     return groups;
 }

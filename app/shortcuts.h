@@ -61,7 +61,7 @@ struct ShortcutGroup {
     std::vector<ShortcutLine> lines;
 };
 
-// Grouped by menu in the order of the menu bar, then toolbar, windows, grids. Items that the
+// Grouped by menu in the order of the menu bar, then toolbar, windows, grids, plot. Items that the
 // variant leaves out are left out here too.
 std::vector<ShortcutGroup> shortcut_list(base::Language language, dictionary::Variant variant);
 

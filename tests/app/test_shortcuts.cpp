@@ -120,6 +120,14 @@ TEST(ShortcutList, IsGroupedByMenuInBothLanguages) {
     ASSERT_NE(line_of(chinese, "帮助", "键盘快捷键"), nullptr);
 }
 
+TEST(ShortcutList, TellsTheKeysOfThePlot) {
+    const auto english = shortcut_list(Language::kEnglish, Variant::kAllItems);
+    ASSERT_NE(line_of(english, "Plot of the scope", "Start or stop"), nullptr);
+    EXPECT_EQ(line_of(english, "Plot of the scope", "Start or stop")->keys, "Space");
+    const auto chinese = shortcut_list(Language::kChinese, Variant::kAllItems);
+    ASSERT_NE(line_of(chinese, "示波器曲线图", "开始或停止"), nullptr);
+}
+
 TEST(ShortcutList, HoldsEveryKeyOfTheTable) {
     std::string text;
     for (const ShortcutGroup& group : shortcut_list(Language::kEnglish, Variant::kAllItems))
