@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 
+#include "params/ui_palette.h"
 #include "scope/curve_chip_widget.h"
 #include "scope/number_label_widget.h"
 #include "scope/pick_list_widget.h"
@@ -25,18 +26,26 @@ enum Column : std::uint8_t {
 
 constexpr int kObjectCharacters = 16;
 constexpr int kUnitCharacters = 6;
-constexpr const char* kWidestScale = "-0.0000000";
+constexpr const char* kWidestScale = "-0.0E-00";
+constexpr const char* kWidestOffset = "-00000.000000";
 
 std::string control(const char* kind, int number) {
     return kind + std::to_string(number);
 }
 
 // The box is as wide as a usual number; it grows with the window.
-QLineEdit* number_box(QWidget* parent, const std::string& name) {
+QLineEdit* number_box(QWidget* parent, const std::string& name, const char* widest) {
     QLineEdit* box = make_number_box(parent, name);
-    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QLatin1String(kWidestScale)) +
-                         2 * kGap);
+    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QLatin1String(widest)) + 2 * kGap);
     return box;
+}
+
+// What an imported recording holds is read, though it can't be changed.
+void keep_readable(QWidget* list) {
+    QPalette colours = list->palette();
+    for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
+        colours.setColor(QPalette::Disabled, role, QColor(params::palette::kMutedText));
+    list->setPalette(colours);
 }
 
 struct RowTexts {
@@ -133,10 +142,11 @@ void ChannelPanelWidget::make_row(int channel, QGridLayout& grid) {
     grid.addWidget(named(new CurveChip(channel, this), control("Label", 1 + channel)), line, kChip);
     row.enable = make_check(this, control("Check", 14 - channel), {});
     row.object = new PickListWidget(control("Combo", 1 + channel), kObjectCharacters, this);
+    keep_readable(row.object);
     row.another = make_row_tool(this, numbered("ObjectButton", channel), "object");
     row.unit = new PickListWidget(control("Combo", 5 + channel), kUnitCharacters, this);
-    row.scale = number_box(this, control("Text", 5 + channel));
-    row.offset = number_box(this, control("Text", 9 + channel));
+    row.scale = number_box(this, control("Text", 5 + channel), kWidestScale);
+    row.offset = number_box(this, control("Text", 9 + channel), kWidestOffset);
     row.auto_scale = make_check(this, control("Check", 6 + channel), {});
     row.hide = make_check(this, control("Check", 1 + channel), {});
     row.value = new NumberLabel("-00000.000", this);

@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "scope/tool_row_widget.h"
+
 namespace servo::scope {
 
 namespace {
@@ -156,6 +158,21 @@ bool PlotKeys::command(int key) {
             return true;
         case Qt::Key_R:
             if (keep_reference) keep_reference();
+            return true;
+        case Qt::Key_1:
+        case Qt::Key_2:
+        case Qt::Key_3:
+        case Qt::Key_4:
+            context_.scope.click_cursor(static_cast<Cursor>(key - Qt::Key_1));
+            return true;
+        case Qt::Key_S:
+            if (toggle_panel) toggle_panel(AnalysisPanel::kStatistics);
+            return true;
+        case Qt::Key_P:
+            if (toggle_panel) toggle_panel(AnalysisPanel::kSpectrum);
+            return true;
+        case Qt::Key_G:
+            if (toggle_panel) toggle_panel(AnalysisPanel::kReferences);
             return true;
         default:
             return false;

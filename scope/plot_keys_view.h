@@ -16,6 +16,8 @@ class QWheelEvent;
 
 namespace servo::scope {
 
+enum class AnalysisPanel : std::uint8_t;
+
 class PlotKeys final : public QObject {
     Q_OBJECT
 
@@ -32,6 +34,7 @@ class PlotKeys final : public QObject {
     // What the letters do, which is the window's part.
     std::function<void()> fit_curves;
     std::function<void()> keep_reference;
+    std::function<void(AnalysisPanel panel)> toggle_panel;
 
     void zoom_in(double at);
     void zoom_out();

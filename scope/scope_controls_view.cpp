@@ -12,6 +12,11 @@ namespace servo::scope {
 
 namespace {
 
+// A number that is longer than its box tells more by its first digits than by its last.
+void show_begin(QLineEdit& box) {
+    if (!box.hasFocus()) box.setCursorPosition(0);
+}
+
 constexpr int kToolSide = 30;
 constexpr int kRowToolSide = 26;
 constexpr int kRowIconSize = 18;
@@ -103,6 +108,7 @@ QToolButton* make_row_tool(QWidget* parent, std::string_view name, const char* i
 QLineEdit* make_number_box(QWidget* parent, std::string_view name) {
     auto* box = named(new QLineEdit(parent), name);
     box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    QObject::connect(box, &QLineEdit::editingFinished, box, [box] { show_begin(*box); });
     return box;
 }
 
@@ -121,7 +127,10 @@ void show_text(QLabel* label, std::string_view text) {
 }
 
 void show_text(QLineEdit* box, std::string_view text) {
-    if (const QString shown = to_qt(text); box->text() != shown) box->setText(shown);
+    const QString shown = to_qt(text);
+    if (box->text() == shown) return;
+    box->setText(shown);
+    show_begin(*box);
 }
 
 void show_check(QAbstractButton* box, bool on) {

@@ -32,10 +32,10 @@ constexpr int kAnalysisShare = 2;
 
 constexpr base::Text kPlotName{"曲线图", "Plot"};
 constexpr base::Text kPlotKeys{
-    "左右键移动 X 游标，上下键移动 Y 游标，Tab 选择游标；+ - 0 缩放，Home、End、PageUp、PageDown "
-    "平移；空格开始或停止",
-    "Left and Right move the X cursor, Up and Down the Y cursor, Tab picks one; + - 0 zoom, Home, "
-    "End, Page Up and Page Down pan; Space starts and stops"};
+    "1 至 4 开关游标，左右键移动 X 游标，上下键移动 Y 游标，Tab 选择游标；+ - 0 缩放，Home、End、"
+    "PageUp、PageDown 平移；空格开始或停止",
+    "1 to 4 switch cursors, Left and Right move the X cursor, Up and Down the Y cursor, Tab picks "
+    "one; + - 0 zoom, Home, End, Page Up and Page Down pan; Space starts and stops"};
 constexpr base::Text kImportTitle{"导入记录", "Import a recording"};
 constexpr base::Text kExportTitle{"导出记录", "Export the recording"};
 constexpr base::Text kPictureTitle{"保存图片", "Save the picture"};
@@ -90,6 +90,7 @@ void ScopeWindow::make_tools(const PanelContext& context) {
     };
     keys_->fit_curves = [this] { fit_curves(); };
     keys_->keep_reference = [this] { keep_reference(); };
+    keys_->toggle_panel = [this](AnalysisPanel panel) { tools_->toggle_panel(panel); };
     tools_ = new ToolRowWidget(
         context,
         {.zoom_in = [this] { keys_->zoom_in(0.5); },
@@ -267,6 +268,7 @@ void ScopeWindow::changeEvent(QEvent* event) {
 void ScopeWindow::apply_language() {
     const base::Language language = scope_.language();
     tools_->apply_language(language);
+    tools_->show_note({});  // said in the language of its moment
     run_->apply_language(language);
     trigger_->apply_language(language);
     channels_->apply_language(language);

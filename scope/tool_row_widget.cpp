@@ -3,6 +3,7 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QMouseEvent>
 
 #include "params/ui_palette.h"
 #include "scope/number_label_widget.h"
@@ -22,10 +23,10 @@ struct CursorTool {
 };
 
 constexpr std::array<CursorTool, kCursors> kCursorTools{{
-    {"Image1", "LabelX1", "X1", "cursor_x", {"游标 X1", "Cursor X1"}, "Alt+1"},
-    {"Image2", "LabelX2", "X2", "cursor_x", {"游标 X2", "Cursor X2"}, "Alt+2"},
-    {"Image3", "LabelY1", "Y1", "cursor_y", {"游标 Y1", "Cursor Y1"}, "Alt+3"},
-    {"Image4", "LabelY2", "Y2", "cursor_y", {"游标 Y2", "Cursor Y2"}, "Alt+4"},
+    {"Image1", "LabelX1", "X1", "cursor_x", {"游标 X1", "Cursor X1"}, "1"},
+    {"Image2", "LabelX2", "X2", "cursor_x", {"游标 X2", "Cursor X2"}, "2"},
+    {"Image3", "LabelY1", "Y1", "cursor_y", {"游标 Y1", "Cursor Y1"}, "3"},
+    {"Image4", "LabelY2", "Y2", "cursor_y", {"游标 Y2", "Cursor Y2"}, "4"},
 }};
 
 struct PanelTool {
@@ -37,9 +38,9 @@ struct PanelTool {
 
 // In the order of AnalysisPanel.
 constexpr std::array<PanelTool, kAnalysisPanels> kPanelTools{{
-    {"CommandE", "statistics", {"可见窗口的统计", "Statistics of the visible window"}, "Alt+S"},
-    {"CommandF", "spectrum", {"可见窗口的频谱", "Spectrum of the visible window"}, "Alt+F"},
-    {"CommandG", "references", {"参考记录", "Reference recordings"}, "Alt+R"},
+    {"CommandE", "statistics", {"可见窗口的统计", "Statistics of the visible window"}, "S"},
+    {"CommandF", "spectrum", {"可见窗口的频谱", "Spectrum of the visible window"}, "P"},
+    {"CommandG", "references", {"参考记录", "Reference recordings"}, "G"},
 }};
 
 struct PictureKind {
@@ -114,17 +115,34 @@ void ToolRowWidget::make_cursors(QHBoxLayout& row) {
             cursor.image, cursor.icon, [this, which] { context_.scope.click_cursor(which); },
             cursor.name, cursor.key);
         button->setCheckable(true);
-        button->setShortcut(QKeySequence(QLatin1String(cursor.key)));
         set_picture(button, "off");
         auto* label = named(new QLabel(QLatin1String(cursor.text), this), cursor.label);
         label->setProperty("Tag", QStringLiteral("-"));
         make_quiet(label);
+        label->installEventFilter(this);
         cursors_.at(i) = button;
         cursor_names_.at(i) = label;
         if (i > 0) row.addSpacing(kGap / 2);
         row.addWidget(button);
+        row.addSpacing(kGap / 4);
         row.addWidget(label);
     }
+}
+
+// A click on its name is a click on the button.
+bool ToolRowWidget::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+        for (std::size_t i = 0; i < kCursors; ++i)
+            if (watched == cursor_names_.at(i)) {
+                cursors_.at(i)->click();
+                return true;
+            }
+    return QWidget::eventFilter(watched, event);
+}
+
+void ToolRowWidget::toggle_panel(AnalysisPanel panel) {
+    panels_.at(static_cast<std::size_t>(panel))->toggle();
 }
 
 void ToolRowWidget::make_panels(QHBoxLayout& row) {
@@ -133,10 +151,10 @@ void ToolRowWidget::make_panels(QHBoxLayout& row) {
         const auto panel = static_cast<AnalysisPanel>(i);
         QToolButton* button = make_tool(this, shown.name, shown.icon);
         button->setCheckable(true);
-        button->setShortcut(QKeySequence(QLatin1String(shown.key)));
         connect(button, &QToolButton::toggled, this,
                 [this, panel](bool on) { events_.show_panel(panel, on); });
         texts_.add(button, shown.text, {}, shown.key);
+        panels_.at(i) = button;
         row.addWidget(button);
     }
     keep_ = tool("CommandH", "keep", events_.keep_reference,
@@ -149,12 +167,16 @@ void ToolRowWidget::make_files(QHBoxLayout& row) {
     picture_->setPopupMode(QToolButton::InstantPopup);
     picture_menu_ = new QMenu(picture_);
     for (const PictureKind& kind : kPictureKinds)
-        picture_menu_->addAction(QLatin1String(kind.label), this,
-                                 [this, kind] { events_.save_picture(kind.suffix); });
+        picture_menu_
+            ->addAction(QLatin1String(kind.label), this,
+                        [this, kind] { events_.save_picture(kind.suffix); })
+            ->setObjectName(QLatin1String(kind.label));
     picture_->setMenu(picture_menu_);
     texts_.add(picture_, {"保存图片", "Save the picture"}, {}, "Ctrl+Shift+P");
-    table_ = tool("CommandJ", "table", events_.save_table,
-                  {"把数据保存为 CSV", "Save the data as CSV"}, "Ctrl+Shift+D");
+    table_ = make_tool(this, "CommandJ", "table");
+    // No act of its own: that would take the note away again.
+    connect(table_, &QToolButton::clicked, this, [this] { events_.save_table(); });
+    texts_.add(table_, {"把数据保存为 CSV", "Save the data as CSV"}, {}, "Ctrl+Shift+D");
     table_->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+D")));
     picture_->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+P")));
     row.addWidget(picture_);

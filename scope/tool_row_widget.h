@@ -41,6 +41,10 @@ class ToolRowWidget final : public QWidget {
     void show_picked(Cursor x, Cursor y);
     // What a file command came to; empty takes it away.
     void show_note(const QString& text);
+    void toggle_panel(AnalysisPanel panel);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void make_zoom(QHBoxLayout& row);
@@ -53,16 +57,17 @@ class ToolRowWidget final : public QWidget {
     PanelContext context_;
     ToolRowEvents events_;
     ControlTexts texts_;
-    QToolButton* zoom_in_ = nullptr;                // CommandA
-    QToolButton* zoom_out_ = nullptr;               // CommandB
-    QToolButton* zoom_all_ = nullptr;               // CommandC
-    QToolButton* fit_ = nullptr;                    // CommandD
-    QToolButton* Image8_ = nullptr;                 // hand tool
-    std::array<QToolButton*, kCursors> cursors_{};  // Image1 to Image4
-    std::array<QLabel*, kCursors> cursor_names_{};  // LabelX1 to LabelY2
-    QToolButton* keep_ = nullptr;                   // CommandH
-    QToolButton* picture_ = nullptr;                // CommandI
-    QToolButton* table_ = nullptr;                  // CommandJ
+    QToolButton* zoom_in_ = nullptr;                      // CommandA
+    QToolButton* zoom_out_ = nullptr;                     // CommandB
+    QToolButton* zoom_all_ = nullptr;                     // CommandC
+    QToolButton* fit_ = nullptr;                          // CommandD
+    QToolButton* Image8_ = nullptr;                       // hand tool
+    std::array<QToolButton*, kCursors> cursors_{};        // Image1 to Image4
+    std::array<QLabel*, kCursors> cursor_names_{};        // LabelX1 to LabelY2
+    std::array<QToolButton*, kAnalysisPanels> panels_{};  // CommandE to CommandG
+    QToolButton* keep_ = nullptr;                         // CommandH
+    QToolButton* picture_ = nullptr;                      // CommandI
+    QToolButton* table_ = nullptr;                        // CommandJ
     QMenu* picture_menu_ = nullptr;
     QLabel* note_ = nullptr;  // LabelT
 };

@@ -116,6 +116,41 @@ TEST(ScopeWindowPlot, KeysZoomAndPan) {
     EXPECT_EQ(bench.shown(), whole);
 }
 
+// Alt with a figure belongs to the windows of the shell, Alt with a letter to its menus.
+TEST(ScopeWindowPlot, FiguresAndLettersWorkTheToolRow) {
+    ShownRecording bench;
+    const std::vector<std::pair<int, const char*>> keys{
+        {Qt::Key_1, "Image1"},   {Qt::Key_2, "Image2"},   {Qt::Key_3, "Image3"},
+        {Qt::Key_4, "Image4"},   {Qt::Key_S, "CommandE"}, {Qt::Key_P, "CommandF"},
+        {Qt::Key_G, "CommandG"}, {Qt::Key_H, "Image8"}};
+    for (const auto& [key, name] : keys) {
+        auto& tool = bench.control<QAbstractButton>(name);
+        bench.key("Picture1", key);
+        EXPECT_TRUE(tool.isChecked()) << name;
+        bench.key("Picture1", key);
+        EXPECT_FALSE(tool.isChecked()) << name;
+        EXPECT_TRUE(tool.shortcut().toString().isEmpty()) << name;
+    }
+}
+
+TEST(ScopeWindowPlot, AClickOnItsNameSwitchesACursor) {
+    ShownRecording bench;
+    bench.click("LabelX2");
+    EXPECT_TRUE(bench.scope.data().cursors[1].on);
+    bench.click("LabelX2");
+    EXPECT_FALSE(bench.scope.data().cursors[1].on);
+}
+
+TEST(ScopeWindowPlot, ALongNumberShowsItsBegin) {
+    ShownRecording bench;
+    for (const char* box : {"Text5", "Text9", "Text10"})
+        EXPECT_EQ(bench.control<QLineEdit>(box).cursorPosition(), 0) << box;
+    bench.type("Text9", "-123.45678901234567");
+    EXPECT_GT(bench.control<QLineEdit>("Text9").cursorPosition(), 0);
+    bench.any("Picture1").setFocus();
+    EXPECT_EQ(bench.control<QLineEdit>("Text9").cursorPosition(), 0);
+}
+
 TEST(ScopeWindowPlot, SpaceStartsAndStops) {
     ShownRecording bench;
     bench.key("Picture1", Qt::Key_Space);
@@ -241,6 +276,16 @@ TEST(ScopeWindowPlot, SavesTheTable) {
     bench.path = folder.filePath("none/a.csv").toStdString();
     bench.click("CommandJ");
     EXPECT_EQ(bench.told.size(), 1U);
+}
+
+TEST(ScopeWindowPlot, TheNoteGoesWithItsLanguage) {
+    ShownRecording bench;
+    const QTemporaryDir folder;
+    bench.path = folder.filePath("a.csv").toStdString();
+    bench.click("CommandJ");
+    EXPECT_EQ(bench.text("LabelT"), "Saved a.csv");
+    bench.walk(base::Language::kChinese);
+    EXPECT_EQ(bench.text("LabelT"), "");
 }
 
 TEST(ScopeWindowPlot, SavesPictures) {
