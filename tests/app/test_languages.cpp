@@ -58,6 +58,8 @@ constexpr OneLanguage kAllowed[] = {
     {"ObjectDictionay\\.LabelK\\.text", "Modbus", "the protocol's own word"},
     {"ObjectDictionay\\.MSHFlexGrid2\\.header", "属性|数据类型|注释|公式",
      "these columns have one header, which is shown in both languages"},
+    {"Scope\\.Label[XY][12]\\.text", "[XY][12]", "the names of the cursors"},
+    {"Scope\\.Label(18|31)\\.text", "[0-9.]*[um]s", "a time with its unit"},
     {"modbus\\..*\\.header", "ModBus|Index|Sub|NameCH|NameEN|ATTR|Type",
      "the headers of the address table are the same in both languages"},
 };
