@@ -31,7 +31,7 @@ QString NumberLabel::fitting(const QString& text, const QFontMetrics& metrics, i
     if (plain) {
         const double value = base::leading_number(text.toStdString());
         for (int decimals = static_cast<int>(text.size() - point) - 2; decimals >= 0; --decimals) {
-            const QString shorter = QString::fromStdString(base::format_up_to(value, decimals));
+            QString shorter = QString::fromStdString(base::format_up_to(value, decimals));
             if (metrics.horizontalAdvance(shorter) <= width) return shorter;
         }
     }

@@ -140,11 +140,11 @@ void paint_overlay(QPainter& painter, const PictureFrame& frame, const PlotScene
     if (!scene.valid) return;
     painter.save();
     painter.setClipRect(frame.place);
-    if (overlay.hover) paint_hover(painter, frame, *overlay.hover, overlay.hover_y, font);
     for (std::size_t i = 0; i < kCursors; ++i)
         if (overlay.cursors[i].on)
             paint_cursor(painter, frame, static_cast<Cursor>(i), overlay.cursors[i].at, font);
     if (overlay.rectangle) paint_rectangle(painter, frame, *overlay.rectangle);
+    if (overlay.hover) paint_hover(painter, frame, *overlay.hover, overlay.hover_y, font);
     painter.restore();
 }
 

@@ -85,9 +85,9 @@ void paint_grid(QPainter& painter, const PictureFrame& frame) {
     grid.horizontal(kPictureHeight, place.left(), place.right(), palette::kFrame);
 }
 
-void paint_empty(QPainter& painter, const QRectF& place, base::Language language,
+void paint_empty(QPainter& painter, const QRectF& place, const PlotScene& scene,
                  const QFont& font) {
-    const auto texts = empty_texts(language);
+    const auto texts = empty_texts(scene.waits, scene.language);
     const QString head = QString::fromStdString(texts[0]);
     const QString next = QString::fromStdString(texts[1]);
     QFont large = font;
@@ -199,7 +199,7 @@ const QImage& PlotPicture::image(QSize size, qreal ratio) {
         paint_figures(frame);
     } else {
         QPainter painter(&image_);
-        paint_empty(painter, frame.place, scene_.language, font_);
+        paint_empty(painter, frame.place, scene_, font_);
         figures_.push_back(image_.rect());
     }
     current_ = true;
@@ -269,7 +269,7 @@ void paint_picture(QPainter& painter, const QRectF& place, const PlotScene& scen
     painter.setClipRect(place);
     paint_grid(painter, frame);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (!scene.valid) paint_empty(painter, place, scene.language, font);
+    if (!scene.valid) paint_empty(painter, place, scene, font);
     for (const SceneReference& reference : scene.references)
         paint_polyline(painter,
                        curve_points(reference.values, reference.times, reference.transform, area,

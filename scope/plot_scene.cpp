@@ -12,6 +12,9 @@ namespace servo::scope {
 
 namespace {
 
+constexpr base::Text kUnderWay{"正在采集", "Recording"};
+constexpr base::Text kTillWhen{"触发并读完数据后显示曲线",
+                               "The curves appear when it is triggered and read"};
 constexpr base::Text kNoRecording{"还没有采集数据", "No recording yet"};
 constexpr base::Text kWhatNext{"勾选通道并选择对象，然后按“开始”",
                                "Tick a channel, choose its object, then press Start"};
@@ -106,6 +109,7 @@ PlotScene plot_scene(const ScopeData& data, const link::FormulaOperands& operand
     PlotScene scene;
     scene.language = language;
     scene.valid = data.dataValid;
+    scene.waits = data.sampling && !data.dataValid;
     scene.cursors = data.cursors;
     if (!scene.valid) return scene;
     scene.window = data.window();
@@ -125,7 +129,8 @@ PlotScene plot_scene(const ScopeData& data, const link::FormulaOperands& operand
     return scene;
 }
 
-std::array<std::string, 2> empty_texts(base::Language language) {
+std::array<std::string, 2> empty_texts(bool waits, base::Language language) {
+    if (waits) return {std::string(kUnderWay.in(language)), std::string(kTillWhen.in(language))};
     return {std::string(kNoRecording.in(language)), std::string(kWhatNext.in(language))};
 }
 

@@ -36,6 +36,7 @@ struct SceneReference {
 
 struct PlotScene {
     bool valid = false;  // there is a recording
+    bool waits = false;  // there is none, but it is under way
     base::Language language = base::Language::kEnglish;
     ZoomWindow window;
     double period_us = 0.0;
@@ -51,8 +52,8 @@ struct PlotScene {
 PlotScene plot_scene(const ScopeData& data, const link::FormulaOperands& operands,
                      const References& references, base::Language language);
 
-// The two lines of the plot before the first recording.
-std::array<std::string, 2> empty_texts(base::Language language);
+// The two lines of the plot before the first recording; `waits`: it is under way.
+std::array<std::string, 2> empty_texts(bool waits, base::Language language);
 
 // What is read under the pointer, at the sample nearest to abscissa `x`.
 struct HoverValue {

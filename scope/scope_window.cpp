@@ -43,8 +43,6 @@ constexpr base::Text kTableTitle{"保存数据", "Save the data"};
 constexpr base::Text kNotSaved{"无法写入文件。", "The file could not be written."};
 constexpr base::Text kSaved{"已保存 ", "Saved "};
 constexpr base::Text kImportedNote{"已导入 ", "Imported "};
-constexpr base::Text kNothingRead{"不是示波器文件 ", "No scope file: "};
-constexpr base::Text kNothingWritten{"未写入 ", "Nothing written: "};
 
 std::string file_name(const std::string& path) {
     return std::filesystem::path(path).filename().string();
@@ -251,7 +249,9 @@ void ScopeWindow::refresh_now() {
 
 // Curves are made ready anew only when they have changed.
 void ScopeWindow::refresh_plot() {
-    if (plot_dirty_) {
+    // Without a recording the plot says what the drive is about.
+    const bool waits = scope_.data().sampling && !scope_.data().dataValid;
+    if (plot_dirty_ || waits != plot_->scene().waits) {
         plot_->set_scene(
             plot_scene(scope_.data(), scope_.operands(), scope_.references(), scope_.language()));
         analysis_->refresh();
@@ -324,8 +324,7 @@ void ScopeWindow::export_file() {
     if (!path) return;
     const Exported outcome = scope_.Command8_Click(*path);
     refresh_now();
-    const base::Text said = outcome == Exported::kWritten ? kSaved : kNothingWritten;
-    tools_->show_note(to_qt(said.in(language)) + to_qt(file_name(*path)));
+    note_file(outcome == Exported::kWritten, kSaved, *path);
 }
 
 void ScopeWindow::import_file() {
@@ -338,8 +337,13 @@ void ScopeWindow::import_file() {
     if (!path) return;
     const Imported outcome = scope_.Command13_Click(*path);
     refresh_now();
-    const base::Text said = outcome == Imported::kDone ? kImportedNote : kNothingRead;
-    tools_->show_note(to_qt(said.in(language)) + to_qt(file_name(*path)));
+    note_file(outcome == Imported::kDone, kImportedNote, *path);
+}
+
+// A recording's file that fails says nothing: that is how both commands end.
+void ScopeWindow::note_file(bool done, base::Text said, const std::string& path) {
+    tools_->show_note(done ? to_qt(said.in(scope_.language())) + to_qt(file_name(path))
+                           : QString());
 }
 
 void ScopeWindow::save_picture(const char* suffix) {
@@ -368,7 +372,7 @@ void ScopeWindow::save_table() {
 void ScopeWindow::tell_saved(bool done, const std::string& path) {
     const base::Language language = scope_.language();
     if (done)
-        tools_->show_note(to_qt(kSaved.in(language)) + to_qt(file_name(path)));
+        note_file(done, kSaved, path);
     else if (dialogs_.tell)
         dialogs_.tell(base::kNoticeTitle.in(language), kNotSaved.in(language));
 }

@@ -92,6 +92,7 @@ class ScopeWindow final : public QWidget, private ScopeObserver {
     void keep_reference();
     void export_file();
     void import_file();
+    void note_file(bool done, base::Text said, const std::string& path);
     void save_picture(const char* suffix);
     void save_table();
     void tell_saved(bool done, const std::string& path);

@@ -325,7 +325,8 @@ TEST(PlotScene, NothingBeforeTheFirstRecording) {
     EXPECT_FALSE(scene.valid);
     EXPECT_TRUE(scene.curves.empty());
     EXPECT_FALSE(hover_readout(scene, 100));
-    EXPECT_EQ(empty_texts(base::Language::kEnglish)[0], "No recording yet");
+    EXPECT_EQ(empty_texts(false, base::Language::kEnglish)[0], "No recording yet");
+    EXPECT_EQ(empty_texts(true, base::Language::kEnglish)[0], "Recording");
 }
 
 TEST(PlotScene, WindowPulledOverTheBeginningShowsWhatThereIs) {

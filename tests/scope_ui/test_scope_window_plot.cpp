@@ -288,6 +288,21 @@ TEST(ScopeWindowPlot, TheNoteGoesWithItsLanguage) {
     EXPECT_EQ(bench.text("LabelT"), "");
 }
 
+TEST(ScopeWindowPlot, AFileOfARecordingThatFailsSaysNothing) {
+    ShownRecording bench;
+    const QTemporaryDir folder;
+    bench.path = folder.filePath("a.csv").toStdString();
+    bench.click("CommandJ");
+    ASSERT_EQ(bench.text("LabelT"), "Saved a.csv");
+    bench.path = folder.filePath("a.xls").toStdString();
+    bench.click("Command8");
+    EXPECT_EQ(bench.text("LabelT"), "");
+    bench.path = folder.filePath("none.scope").toStdString();
+    bench.click("Command13");
+    EXPECT_EQ(bench.text("LabelT"), "");
+    EXPECT_TRUE(bench.told.empty());
+}
+
 TEST(ScopeWindowPlot, SavesPictures) {
     ShownRecording bench;
     const QTemporaryDir folder;
