@@ -1,0 +1,1 @@
+#include "firmware/dialogue_log.h"
