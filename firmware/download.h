@@ -127,7 +127,12 @@ class Download final : private link::StatusListener, private TransferObserver {
     void refuse_product();
     void enter_barcode();
     bool take_batch_image();
-    enum class Started : std::uint8_t { kStarted, kNotStarted, kNoDate };
+    enum class Started : std::uint8_t {
+        kStarted,
+        kRunning,  // a transfer runs: nothing happens
+        kNotRead,  // the changed file is no image any more; the user has been told
+        kNoDate,   // there is no hand-chosen file
+    };
     Started start();
     void say(base::Text text);
     void say_batch(std::string_view text);

@@ -93,17 +93,22 @@ class FirmwareTransfer final : public link::Job {
     };
 
     const Step* step() const;
+    void add_to_log(DialogueEntry::Kind kind, std::string_view bytes);
     std::chrono::microseconds now() const;
     void take_image();
-    void send_text(std::string_view text);
+    bool block_left() const;
+    void send_command(std::string_view text);
+    void send_bytes(std::string_view bytes);
     void send_block();
     void call_bootloader();
     void hear(std::string& gathered);
     void wait(const Step& step);
-    void watch_start();
+    void watch_start(const Step& step);
     void timed_out(const Step& step);
     void heard(const Step& step);
     void block_programmed();
+    void start_afresh();
+    void go_to(std::uint8_t step);
     void fail(base::Text message);
     void succeed();
     void end(TransferResult result);
