@@ -169,6 +169,7 @@ void Download::dialogue_grew() {
 
 void Download::transfer_ended(const TransferResult& result) {
     result_ = result;
+    frames_at_end_ = services_.engine.counters.frames;
     changed();
     if (observer_ != nullptr) observer_->transfer_ended(result);
 }
@@ -202,6 +203,12 @@ std::string_view Download::advice_text() const {
 
 bool Download::save_dialogue(const std::filesystem::path& file) const {
     return transfer_.dialogue().save(file);
+}
+
+// The engine counts anew when the link is opened.
+bool Download::drive_answered() const {
+    const std::uint64_t frames = services_.engine.counters.frames;
+    return result_ && (frames > frames_at_end_ || (frames > 0 && frames < frames_at_end_));
 }
 
 // --- Helpers

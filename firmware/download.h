@@ -115,6 +115,9 @@ class Download final : private link::StatusListener, private TransferObserver {
     // The state of the drive after a transfer that did not succeed, and what to do; else empty.
     std::string_view advice_text() const;
     bool save_dialogue(const std::filesystem::path& file) const;
+    // A frame has come in since the last transfer ended: the drive runs a firmware. The dialogue
+    // itself takes silence for a start, so a lost "go" looks like success to it.
+    bool drive_answered() const;
 
   private:
     void firmware_check(std::string_view text) override;
@@ -143,6 +146,7 @@ class Download final : private link::StatusListener, private TransferObserver {
     FirmwareTransfer transfer_;
     DownloadObserver* observer_ = nullptr;
     std::optional<TransferResult> result_;
+    std::uint64_t frames_at_end_ = 0;
 };
 
 }  // namespace servo::firmware

@@ -1,5 +1,6 @@
 // A transfer and its surroundings: the link opened and closed under it, other jobs, windows'
 // writes.
+#include "support/fake_drive.h"
 #include "transfer_bench.h"
 
 using namespace servo;
@@ -172,4 +173,18 @@ TEST_F(TransferAndLink, PolledAnswersUnderWayAreFlushedAndNotTakenForReplies) {
     ASSERT_TRUE(run_until([this] { return state.download_step == 3 && state.sendmod == 1; }));
     EXPECT_EQ(data().step3_string, "");
     ASSERT_TRUE(finish());
+}
+
+TEST_F(TransferAndLink, DriveThatAnswersAfterTheTransferIsKnownToRun) {
+    load(4120);
+    drive.in_bootloader = true;
+    EXPECT_FALSE(download.drive_answered());
+    start();
+    ASSERT_TRUE(finish());
+    run_for(100ms);
+    EXPECT_FALSE(download.drive_answered());
+    const auto frame = FakeDrive::frame_of({0x4B, 0x01, 0x26, 0x00, 0, 0, 0, 0});
+    line.to_pc.send(frame);
+    run_for(100ms);
+    EXPECT_TRUE(download.drive_answered());
 }

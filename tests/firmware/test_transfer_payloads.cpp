@@ -1,4 +1,6 @@
 // Payloads of awkward lengths: the blocks and the bytes on the line, exactly.
+#include <ctime>
+
 #include "transfer_bench.h"
 
 using namespace servo;
@@ -80,4 +82,27 @@ TEST_F(NoBlocks, StartBeforeAnyBlocksWereReadEndsTheSameWay) {
     start();
     ASSERT_TRUE(finish());
     EXPECT_EQ(box().second, "Programing overtime!");
+}
+
+namespace {
+struct LargePayload : testing::Test, TransferBench {};
+}  // namespace
+
+TEST_F(LargePayload, HalfAMegabyteUsesTheLineAndTakesLittleRealTime) {
+    const std::clock_t real_begin = std::clock();
+    constexpr std::size_t kCharacters = 500'000;
+    load(kCharacters);
+    port.record = false;
+    drive.in_bootloader = true;
+    drive.erase_time = {};
+    start();
+    const auto begin = time.now();
+    ASSERT_TRUE(finish(300s));
+    EXPECT_EQ(ended(), TransferEnd::kDone);
+    EXPECT_EQ(drive.stored, payload(kCharacters).substr(0, 121 * 4120));
+    const std::chrono::duration<double> taken = time.now() - begin;
+    const std::chrono::duration<double> least = line.to_drive.time_of(drive.stored.size());
+    EXPECT_GE(least / taken, 0.92);
+    // Processor time: other work on the machine does not count.
+    EXPECT_LT(static_cast<double>(std::clock() - real_begin) / CLOCKS_PER_SEC, 2.0);
 }

@@ -12,6 +12,7 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view kCall = "\x7F\x2B\xFF\x2F\x00\xAA\x55\x00\x00\x29"sv;
 constexpr std::string_view kCallLine = "<call>";
+constexpr std::size_t kChecksum = 8;  // characters
 
 }  // namespace
 
@@ -31,6 +32,12 @@ void TextBootloader::power_up() {
     frame_.clear();
     block_mode_ = false;
     in_bootloader = true;
+}
+
+std::string TextBootloader::sealed(std::string block, std::size_t place) {
+    if (block.size() < kChecksum) return block;
+    block.resize(block.size() - kChecksum);
+    return block + checksum_text(std::to_string(place) + ":" + block);
 }
 
 void TextBootloader::say(std::string_view text) {
@@ -68,17 +75,14 @@ void TextBootloader::receive_frame_byte(std::uint8_t byte) {
 
 void TextBootloader::take_line(std::string line) {
     lines.push_back(line);
-    if (std::exchange(block_mode_, false)) {
-        stored += line;
-        ++blocks;
-        return reply("programmed\r\n", turnaround);
-    }
+    if (std::exchange(block_mode_, false)) return take_block(std::move(line));
     if (line == "hi") return reply(banner(), turnaround);
     if (line == type) return reply("type right\r\n", turnaround);
     if (line == "go") return go();
     if (line == "e") {
         stored.clear();
         blocks = 0;
+        bad_blocks = 0;
         erased = true;
         return reply("erased success\r\n", turnaround + erase_time);
     }
@@ -89,10 +93,19 @@ void TextBootloader::take_line(std::string line) {
     reply("?\r\n", turnaround);
 }
 
+void TextBootloader::take_block(std::string block) {
+    const bool good =
+        block.size() >= kChecksum && sealed(block, static_cast<std::size_t>(blocks)) == block;
+    if (!good) ++bad_blocks;
+    if (!good && verifies == Verifies::kBlocks) return reply("block bad\r\n", turnaround);
+    stored += block;
+    ++blocks;
+    reply("programmed\r\n", turnaround);
+}
+
 void TextBootloader::go() {
-    const std::size_t body = stored.size() >= 8 ? stored.size() - 8 : 0;
-    const bool whole = !verifies || (stored.size() >= 8 &&
-                                     checksum_text(stored.substr(0, body)) == stored.substr(body));
+    const bool whole =
+        verifies == Verifies::kNothing || (bad_blocks == 0 && blocks == expected_blocks);
     if (!starts || !whole) return reply(banner(), turnaround + restart_time);
     in_bootloader = false;
     started = true;

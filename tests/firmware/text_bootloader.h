@@ -37,10 +37,16 @@ class TextBootloader {
     bool in_bootloader = false;
     bool silent = false;
     bool deaf_to_call = false;  // the running firmware does not know the call
-    // Starts a firmware only when the last 8 characters of what it stored are the checksum of those
-    // before them; otherwise it comes back with its banner.
-    bool verifies = false;
-    bool starts = true;  // false: comes back with its banner whatever it stored
+    // What it does about a spoilt image. The last 8 characters of each block are a checksum of the
+    // rest and of the block's place.
+    enum class Verifies : std::uint8_t {
+        kNothing,  // believes everything
+        kImage,    // at "go": comes back with its banner
+        kBlocks,   // at each block too: does not say that it was programmed
+    };
+    Verifies verifies = Verifies::kNothing;
+    int expected_blocks = 0;  // of the whole image, as a header in it would tell
+    bool starts = true;       // false: comes back with its banner whatever it stored
     std::chrono::microseconds turnaround{0};
     std::chrono::microseconds erase_time{std::chrono::milliseconds(200)};
     std::chrono::microseconds restart_time{std::chrono::milliseconds(300)};
@@ -52,17 +58,21 @@ class TextBootloader {
     std::vector<std::string> lines;
     std::string stored;
     int blocks = 0;
+    int bad_blocks = 0;
     bool erased = false;
     bool started = false;  // the new firmware runs
     int other_frames = 0;  // bytes of frames that were no call, counted in tens
 
     static std::string checksum_text(std::string_view payload);  // 8 small hexadecimal digits
+    // A block whose last 8 characters are its checksum.
+    static std::string sealed(std::string block, std::size_t place);
 
   private:
     void receive(std::uint8_t byte);
     void receive_frame_byte(std::uint8_t byte);
     void take_line(std::string line);
     void reply(const std::string& text, std::chrono::microseconds after);
+    void take_block(std::string block);
     void go();
     std::string banner() const { return type + " bootloader V1.0\r\n"; }
 

@@ -22,14 +22,17 @@ struct TransferBench : VirtualBench {
         port.record = true;
     }
 
-    // A payload whose last 8 characters are the checksum of those before.
+    // A payload in which every block carries its checksum.
     static std::string payload(std::size_t characters) {
         std::string text;
-        for (std::size_t i = 0; i < characters; ++i)
-            text.push_back("0123456789abcdef"[(i * 7 + i / 16 + i / 4120) % 16]);
-        if (characters < 8) return text;
-        text.resize(characters - 8);
-        return text + TextBootloader::checksum_text(text);
+        for (std::size_t at = 0; at < characters; at += firmware::kBlockCharacters) {
+            std::string block;
+            const std::size_t size = std::min(firmware::kBlockCharacters, characters - at);
+            for (std::size_t i = at; i < at + size; ++i)
+                block.push_back("0123456789abcdef"[(i * 7 + i / 16 + i / 4120) % 16]);
+            text += TextBootloader::sealed(std::move(block), at / firmware::kBlockCharacters);
+        }
+        return text;
     }
     std::filesystem::path put_image(const std::string& text, std::string_view name = "a.servo",
                                     std::string_view header = "This is ZARN firmware 12AB34CD.") {
