@@ -1,12 +1,11 @@
-if(NOT TARGET servo_test_support AND TARGET servo_link)
-    # The virtual bench, in a build without the tests.
+if(TARGET servo_firmware)
+    # The virtual bench as the tests have it; it is not built with the programs.
     find_package(GTest REQUIRED)
-    add_subdirectory(${CMAKE_SOURCE_DIR}/tests/support ${CMAKE_BINARY_DIR}/tests_support)
-endif()
-if(TARGET servo_test_support AND TARGET servo_firmware)
-    servo_bench(firmware SOURCES bench_firmware.cpp
-                                 ${CMAKE_SOURCE_DIR}/tests/firmware/text_bootloader.cpp
-                LINKS servo_test_support servo_firmware)
-    target_include_directories(bench_firmware PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests
-                                                      ${CMAKE_SOURCE_DIR}/tests/firmware)
+    set(tests ${CMAKE_SOURCE_DIR}/tests)
+    servo_bench(firmware
+        SOURCES bench_firmware.cpp ${tests}/firmware/text_bootloader.cpp ${tests}/support/fakes.cpp
+                ${tests}/support/virtual_bench.cpp ${tests}/support/virtual_line.cpp
+                ${tests}/support/virtual_time.cpp
+        LINKS servo_firmware GTest::gtest)
+    target_include_directories(bench_firmware PRIVATE ${CMAKE_SOURCE_DIR} ${tests} ${tests}/firmware)
 endif()

@@ -81,6 +81,7 @@ class Download final : private link::StatusListener, private TransferObserver {
     const FirmwareTransfer& transfer() const { return transfer_; }
     base::Language language() const { return services_.language; }
     bool transfer_running() const;
+    std::uint8_t step() const { return services_.engine.state.download_step; }  // 0 when idle
     // How the last transfer ended; nothing before the first, and while one runs.
     const std::optional<TransferResult>& result() const { return result_; }
 
