@@ -74,6 +74,9 @@ class Download final : private link::StatusListener, private TransferObserver {
   public:
     // Enters its transfer into the engine as the firmware job, and listens to the check value.
     explicit Download(DownloadServices services);
+    ~Download() override;
+    Download(const Download&) = delete;
+    Download& operator=(const Download&) = delete;
 
     void set_observer(DownloadObserver* observer) { observer_ = observer; }  // may be null
 
@@ -81,7 +84,7 @@ class Download final : private link::StatusListener, private TransferObserver {
     const FirmwareTransfer& transfer() const { return transfer_; }
     base::Language language() const { return services_.language; }
     bool transfer_running() const;
-    std::uint8_t step() const { return services_.engine.state.download_step; }  // 0 when idle
+    std::uint8_t step() const { return services_.engine.state.download_step; }
     // How the last transfer ended; nothing before the first, and while one runs.
     const std::optional<TransferResult>& result() const { return result_; }
 
