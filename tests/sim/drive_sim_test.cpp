@@ -203,6 +203,18 @@ TEST_F(DriveSim, KeepsItsStateFileBetweenRuns) {
     EXPECT_EQ(ask({0x40, 0x00, 0x20, 0x01, 0, 0, 0, 0})[5], 33);
 }
 
+TEST_F(DriveSim, SpeaksAsABootloaderAtTheLinesRate) {
+    start({"--bootloader", "--type", "ZARN", "--baud", "9600"});
+    open_line();
+    const auto begin = Clock::now();
+    const std::string_view banner = "ZARN bootloader 1.3\r\n";
+    ASSERT_EQ(::write(line_, "hi\r", 3), 3);
+    const Bytes said = read_bytes(line_, banner.size());
+    EXPECT_EQ(std::string(said.begin(), said.end()), banner);
+    const std::chrono::duration<double> took = Clock::now() - begin;
+    EXPECT_GE(took.count(), static_cast<double>(3 + banner.size()) * 10 / 9600.0);
+}
+
 TEST_F(DriveSim, OptionsThatMayComeAgainAddUp) {
     start({"--fault", "abort:200003", "--fault", "fault1:0020", "--set", "200001=7", "--set",
            "200002=8"});
@@ -238,6 +250,10 @@ TEST_F(DriveSim, WrongUseIsRefused) {
     EXPECT_EQ(exit_status(data + "--set 6410=1"), 2);
     EXPECT_EQ(exit_status(data + "--id 256"), 2);
     EXPECT_EQ(exit_status(data + "--what"), 2);
+    EXPECT_EQ(exit_status(data + "--fault boot-silent:all"), 2);
+    for (const char* type : {"'A B'", "''", "go", "SEVENTEENLETTERSX"}) {
+        EXPECT_EQ(exit_status(data + "--type " + type), 2) << type;
+    }
     EXPECT_EQ(exit_status("--data " + (folder_ / "sim").string()), 4);
     EXPECT_EQ(exit_status("--help"), 0);
     std::ofstream(folder_ / "taken") << "x";
