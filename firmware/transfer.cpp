@@ -339,7 +339,7 @@ void FirmwareTransfer::start_afresh() {
     state_.rotation = 0;
 }
 
-void FirmwareTransfer::end(TransferResult result) {
+void FirmwareTransfer::end(const TransferResult& result) {
     image_taken_ = false;
     reading_back_ = false;
     services_.observer.transfer_ended(result);

@@ -111,7 +111,7 @@ class FirmwareTransfer final : public link::Job {
     void go_to(std::uint8_t step);
     void fail(base::Text message);
     void succeed();
-    void end(TransferResult result);
+    void end(const TransferResult& result);
     void cut_off();
 
     void send_read_back();

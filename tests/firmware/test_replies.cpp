@@ -79,7 +79,7 @@ TEST_F(Replies, NoiseAroundThePhraseIsIgnored) {
     for (const std::string& noise : {std::string("x"), std::string("\0\xFF\x7F", 3),
                                      std::string(500, 'z'), std::string("hi\rw\rgo\r")}) {
         Run run([&](int, const std::string& reply) {
-            return std::optional(Pieces{{{}, noise + reply + noise}});
+            return std::optional(Pieces{{{}, noise}, {{}, reply}, {{}, noise}});
         });
         EXPECT_TRUE(run.done()) << noise.size();
     }

@@ -84,7 +84,7 @@ struct TransferBench : VirtualBench {
         .ask_file = [this](const firmware::FileQuestion& question) -> std::optional<std::string> {
             filters.emplace_back(question.filter);
             if (answers.empty()) return std::nullopt;
-            const auto answer = answers.front();
+            auto answer = answers.front();
             answers.erase(answers.begin());
             return answer;
         },
