@@ -56,7 +56,7 @@ std::string hex(std::uint32_t number, int digits) {
     return text.data();
 }
 
-std::string with_sum(std::string characters) {
+std::string with_sum(const std::string& characters) {
     return characters + hex(servo::sim::crc32(characters), 8);
 }
 

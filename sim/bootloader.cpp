@@ -119,11 +119,10 @@ void Bootloader::take(std::uint8_t byte, microseconds at) {
 
 void Bootloader::process(std::uint8_t byte, microseconds at) {
     last_byte_ = at;
-    if (inside_frame()) {
-        collect(byte);
-    } else if (byte == '\r') {
+    const bool frame = inside_frame();
+    if (byte == '\r' && !frame) {
         take_line(at);
-    } else if (byte != '\n') {
+    } else if (byte != '\n' || frame) {
         collect(byte);
     }
 }

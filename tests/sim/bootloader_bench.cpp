@@ -38,21 +38,6 @@ std::string text_of(const std::vector<Transmission>& sent) {
     return text;
 }
 
-std::vector<Entry> entries() {
-    std::vector<Entry> all = bench_entries();
-    all.push_back({"100A00", "Visible String", "R"});
-    all.push_back({"1F5601", "Unsigned32", "R"});
-    return all;
-}
-
-Options with_values(Options options) {
-    if (options.values.empty()) {
-        options.values =
-            std::string(kBenchValues) + "100A00\tSW 1.00\t\t\tr\n1F5601\t4711\t\t\tr\n";
-    }
-    return options;
-}
-
 }  // namespace
 
 std::uint32_t plain_crc32(std::string_view bytes) {
@@ -116,7 +101,23 @@ std::vector<std::string> image_blocks(const ImageSpec& spec, std::size_t last_le
     return image_blocks(image_bytes(spec), image_check(spec), last_length);
 }
 
-BootBench::BootBench(Options options) : DriveBench(with_values(std::move(options)), entries()) {}
+std::vector<Entry> boot_entries() {
+    std::vector<Entry> all = bench_entries();
+    all.push_back({"100A00", "Visible String", "R"});
+    all.push_back({"1F5601", "Unsigned32", "R"});
+    return all;
+}
+
+Options with_boot_values(Options options) {
+    if (options.values.empty()) {
+        options.values =
+            std::string(kBenchValues) + "100A00\tSW 1.00\t\t\tr\n1F5601\t4711\t\t\tr\n";
+    }
+    return options;
+}
+
+BootBench::BootBench(Options options)
+    : DriveBench(with_boot_values(std::move(options)), boot_entries()) {}
 
 Options BootBench::in_bootloader(Options options) {
     options.bootloader = true;

@@ -43,6 +43,10 @@ std::vector<std::string> image_blocks(const Bytes& image, std::uint32_t mark,
                                       std::size_t last_length = 4120);
 std::vector<std::string> image_blocks(const ImageSpec& spec, std::size_t last_length = 4120);
 
+// Objects and values of the bench, with those that show the program.
+std::vector<Entry> boot_entries();
+Options with_boot_values(Options options);
+
 class BootBench : public DriveBench {
   public:
     explicit BootBench(Options options = {});

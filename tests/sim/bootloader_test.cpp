@@ -375,11 +375,8 @@ TEST(BootInput, WhileItErases64BytesAreKeptAndMoreAreLost) {
 
 TEST(BootInput, AnswersDoNotOverlapOnTheLine) {
     BootBench bench(BootBench::in_bootloader());
-    std::vector<Transmission> said;
-    for (const char c : "hi\rhi\rhi\r"s) {
-        const auto part = bench.exchange({static_cast<std::uint8_t>(c)}, microseconds(0));
-        said.insert(said.end(), part.begin(), part.end());
-    }
+    const std::string three = "hi\rhi\rhi\r";
+    const auto said = bench.exchange(Bytes(three.begin(), three.end()));
     ASSERT_EQ(said.size(), 3U);
     for (std::size_t i = 1; i < said.size(); ++i) {
         EXPECT_GE(said[i].at - said[i - 1].at, microseconds(kBanner.size() * 10'000'000 / 38400));
