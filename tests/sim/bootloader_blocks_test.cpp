@@ -206,6 +206,17 @@ TEST(Image, WithoutAnyOneOfItsBlocksIsNotWhole) {
     }
 }
 
+TEST(Image, OfFewerBlocksThanTheySayIsNotWhole) {
+    ImageSpec spec;
+    spec.bytes = 2048 - 64;
+    BlockSpec block;
+    block.data = image_bytes(spec);
+    block.count = 2048;
+    EXPECT_TRUE(whole({make_block(block)}));
+    block.total = 2;
+    EXPECT_FALSE(whole({make_block(block)}));
+}
+
 TEST(Image, EveryProgramSizeAroundAPageHolds) {
     for (const std::size_t bytes : {1, 1983, 1984, 1985, 2048, 4032, 4033}) {
         ImageSpec spec;
