@@ -60,6 +60,7 @@ void DialogueLog::begin(std::chrono::microseconds now) {
     bytes_ = 0;
     dropped_ = 0;
     ++changes_;
+    ++transfers_;
 }
 
 void DialogueLog::add(DialogueEntry::Kind kind, std::uint8_t step, std::string_view bytes,

@@ -39,6 +39,7 @@ class DialogueLog {
     const std::deque<DialogueEntry>& entries() const { return entries_; }
     std::size_t dropped() const { return dropped_; }  // entries that were pushed out
     std::uint64_t changes() const { return changes_; }
+    std::uint64_t transfers() const { return transfers_; }  // begun so far
 
     // All entries, one a line, blocks in full.
     std::string text() const;
@@ -50,6 +51,7 @@ class DialogueLog {
     std::size_t bytes_ = 0;
     std::size_t dropped_ = 0;
     std::uint64_t changes_ = 0;
+    std::uint64_t transfers_ = 0;
 };
 
 // "    1.234 s  step 3  > hi<CR>"; long texts are shortened for the screen.

@@ -39,6 +39,11 @@ Download::Download(DownloadServices services)
     services_.engine.add_listener(*this);
 }
 
+Download::~Download() {
+    services_.engine.remove_job(link::JobPlace::kFirmware, transfer_);
+    services_.engine.remove_listener(*this);
+}
+
 bool Download::transfer_running() const {
     return transfer_.active();
 }

@@ -52,7 +52,10 @@ class Engine {
     bool add_window(Window& window);
     bool add_poll_window(PollWindow& window);
     void add_job(JobPlace place, Job& job);
+    // For one that ends before the engine does.
+    void remove_job(JobPlace place, const Job& job);
     void add_listener(StatusListener& listener) { listeners_.push_back(&listener); }
+    void remove_listener(const StatusListener& listener);
     void set_scope(ScopeLink* scope) { scope_ = scope; }
     void set_link_control(LinkControl* control) { link_control_ = control; }
 
