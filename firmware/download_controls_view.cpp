@@ -134,8 +134,8 @@ QSize ElidedLabel::sizeHint() const {
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
-                                   QPalette::WindowText));
+    painter.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
     const QRect room = contentsRect();
     QString shown;
     for (const QString& line : text().split(QLatin1Char('\n'))) {
