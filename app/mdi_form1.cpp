@@ -79,7 +79,7 @@ void MDIForm1::add_windows() {
         commands_->show_popup(window, grid, place);
     };
     const auto close = [this](const QString& name) { close_window_by_name(name); };
-    add_shell_windows(*host_, workstation_, {.popup = popup, .close = close});
+    add_shell_windows(*host_, workstation_, {.popup = popup, .close = close, .dialogs = dialogs_});
     add_key_list(*host_, workstation_);
 }
 

@@ -9,6 +9,7 @@
 
 namespace servo::app {
 
+class UserDialogs;
 class WindowHost;
 
 // Where the windows' signals go.
@@ -16,6 +17,7 @@ struct WindowHooks {
     // A grid asks for its pop-up menu, at that place of the screen.
     std::function<void(link::Window&, params::PageGrid&, const QPoint&)> popup;
     std::function<void(const QString& name)> close;
+    UserDialogs& dialogs;  // outlives the host
 };
 
 // Tells the host how each window is made. The workstation outlives the host.
