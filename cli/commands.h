@@ -9,6 +9,7 @@
 #include "cli/output.h"
 #include "cli/target.h"
 #include "dictionary/store.h"
+#include "link/engine.h"
 #include "link/port.h"
 
 namespace servo::cli {
@@ -41,6 +42,12 @@ void print_refusal(const Options& options, std::string_view text, const Output& 
 // Time in seconds since the first round, key, raw, text, unit.
 ExitStatus run_watch(const Options& options, const std::vector<Target>& targets,
                      LinkSession& session, const Output& output);
+
+// What is wrong with the image before the link is opened; kDone when nothing is. Prints a message.
+ExitStatus check_flash(const Options& options, const Output& output);
+// The firmware transfer: steps and blocks on standard error, the final message on standard output.
+ExitStatus run_flash(const Options& options, link::Engine& engine, LinkSession& session,
+                     const Output& output);
 
 // Word (1 or 2), bit mask, text: one row for each fault.
 ExitStatus run_faults(const Options& options, LinkSession& session, const Output& output);

@@ -22,6 +22,7 @@ struct Raw {
     double timeout = 5.0;
     int id = 127;
     std::int64_t every = 1000;
+    std::string image;
 };
 
 std::string check_key(std::string& text) {
@@ -106,6 +107,14 @@ void add_dict(CLI::App& app, Raw& raw) {
             raw);
 }
 
+void add_flash(CLI::App& app, Raw& raw) {
+    CLI::App* command = add_command(app, raw, CommandName::kFlash, "flash",
+                                    "Transfer a firmware image to the drive's bootloader");
+    command->add_option("IMAGE", raw.image, "The .servo file")->required()->type_name("");
+    command->add_flag("--verify", raw.options.flash.verify,
+                      "Done only when the drive answers behind it, with the image's check value");
+}
+
 void add_commands(CLI::App& app, Raw& raw) {
     add_command(app, raw, CommandName::kPorts, "ports", "List the serial ports");
     add_dict(app, raw);
@@ -134,6 +143,7 @@ void add_commands(CLI::App& app, Raw& raw) {
         ->type_name("MS")
         ->check(CLI::NonNegativeNumber.description(""));
 
+    add_flash(app, raw);
     add_command(app, raw, CommandName::kFaults, "faults", "Show the faults of the drive");
     add_command(app, raw, CommandName::kFormula, "formula",
                 "Evaluate formula requests from standard input");
@@ -144,6 +154,7 @@ Options finish(Raw& raw) {
     if (!raw.key.empty()) raw.keys.push_back(raw.key);
     for (const std::string& key : raw.keys)
         options.keys.push_back(parse_key(key).value_or(0));
+    options.flash.file = raw.image;
     options.id = static_cast<std::uint8_t>(raw.id);
     options.data = raw.data;
     options.language = raw.language == "zh" ? base::Language::kChinese : base::Language::kEnglish;

@@ -22,8 +22,15 @@ enum class CommandName : std::uint8_t {
     kRead,
     kWrite,
     kWatch,
+    kFlash,
     kFaults,
     kFormula,
+};
+
+// What `flash` sends, and whether it asks the drive behind it.
+struct FlashOptions {
+    std::filesystem::path file;
+    bool verify = false;
 };
 
 struct Options {
@@ -42,6 +49,7 @@ struct Options {
     std::string unit;                        // empty: the first unit of each object
     std::int64_t count = 0;                  // watch: rounds, 0 without end
     std::chrono::milliseconds every{1000};   // watch: from the start of a round to the next
+    FlashOptions flash;
 };
 
 // The program ends here: help that was asked for, or wrong use.

@@ -81,6 +81,7 @@ OpenedLink QtEnvironment::open_link(const Options& options) {
     switch (session_.open(text, options.baud, options.id)) {
         case link::OpenResult::kOpened:
             opened.session = &session_;
+            opened.engine = &engine_;
             return opened;
         case link::OpenResult::kBusy:
             opened.error = "the port " + shown + " is in use by another program";

@@ -8,6 +8,7 @@
 #include "cli/link_session.h"
 #include "cli/options.h"
 #include "cli/output.h"
+#include "link/engine.h"
 #include "link/port.h"
 
 namespace servo::cli {
@@ -15,6 +16,7 @@ namespace servo::cli {
 // What is opened for a command that needs the drive.
 struct OpenedLink {
     LinkSession* session = nullptr;  // owned by the environment; null when there is no link
+    link::Engine* engine = nullptr;  // behind the session, for commands that run a job of their own
     std::string error;               // why not
     ExitStatus status = ExitStatus::kNoLink;
 };
