@@ -114,6 +114,7 @@ void BatchPanelWidget::lay_out() {
 
 void BatchPanelWidget::take_path(QLabel* path) {
     grid_->addWidget(path, kPathRow, 0, 1, 2);
+    path->show();  // it has a new parent
 }
 
 void BatchPanelWidget::refresh() {

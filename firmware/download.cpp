@@ -186,7 +186,7 @@ std::string Download::status_text() const {
     const std::uint8_t step = services_.engine.state.download_step;
     const Progress& progress = transfer_.progress();
     const std::string_view name = step_name(step, language());
-    if (step != 7 && step != 8) return std::string(name);
+    if (!progress.begun() || (step != 7 && step != 8)) return std::string(name);
     return fmt::format(fmt::runtime(base::Text{"块 {} / {}", "Block {} of {}"}.in(language())),
                        data_.fw_block_index + 1, progress.total_blocks());
 }

@@ -15,6 +15,8 @@
 
 namespace servo::firmware::test {
 
+using namespace std::chrono_literals;
+
 struct WindowBench : servo::test::TransferBench {
     WindowBench() {
         window.show();
@@ -37,8 +39,14 @@ struct WindowBench : servo::test::TransferBench {
         window.refresh_now();
         return app::control_text(control<>(name)).toStdString();
     }
-    bool enabled(const char* name) { return control<>(name).isEnabled(); }
-    bool shown(const char* name) { return app::control_shown(control<>(name), window); }
+    bool enabled(const char* name) {
+        window.refresh_now();
+        return control<>(name).isEnabled();
+    }
+    bool shown(const char* name) {
+        window.refresh_now();
+        return app::control_shown(control<>(name), window);
+    }
     void click(const char* name) {
         QWidget& button = control<>(name);
         QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(8, button.height() / 2));

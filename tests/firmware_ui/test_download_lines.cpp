@@ -8,6 +8,7 @@ namespace servo::firmware {
 namespace {
 
 using base::Language;
+using namespace std::chrono_literals;
 
 struct DownloadLines : testing::Test, servo::test::TransferBench {
     std::string step_line() { return transfer_line(download, port.is_open()).step; }
@@ -37,7 +38,8 @@ TEST_F(DownloadLines, EachStepHasItsName) {
         60s);
     EXPECT_EQ(lines, (std::vector<std::string>{"Flush the line", "Shake hands",
                                                "Enter the bootloader", "Check the firmware type",
-                                               "Erase", "Block 1 of 1", "Start the new firmware"}));
+                                               "Erase", "Switch to block reception", "Block 1 of 1",
+                                               "Start the new firmware"}));
 }
 
 TEST_F(DownloadLines, AnAnswerBehindATransferIsTold) {

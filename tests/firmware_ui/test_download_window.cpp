@@ -1,7 +1,7 @@
 // The window by hand: captions, loading, the transfer, what a failure leaves, the line dialogue.
 #include <gtest/gtest.h>
 
-#include <QProgressBar>
+#include <QLabel>
 #include <QTableView>
 
 #include "base/file.h"
@@ -51,14 +51,14 @@ TEST_F(DownloadWindowTest, CaptionsFollowTheLanguage) {
     for (int round = 0; round < 2; ++round) {
         walk(Language::kChinese);
         EXPECT_EQ(window.windowTitle().toStdString(), "固件下载");
-        for (const Told& told : kTold)
-            EXPECT_EQ(text(told.control), told.chinese) << told.control;
+        for (const Told& entry : kTold)
+            EXPECT_EQ(text(entry.control), entry.chinese) << entry.control;
         EXPECT_TRUE(text("Label19").starts_with("注意："));
         EXPECT_TRUE(text("Label19").ends_with("否则无法正常下载。"));
         walk(Language::kEnglish);
         EXPECT_EQ(window.windowTitle().toStdString(), "Load Firmware");
-        for (const Told& told : kTold)
-            EXPECT_EQ(text(told.control), told.english) << told.control;
+        for (const Told& entry : kTold)
+            EXPECT_EQ(text(entry.control), entry.english) << entry.control;
         EXPECT_TRUE(text("Label19").starts_with("Note:if"));
         EXPECT_TRUE(text("Label19").ends_with("Otherwise will fail."));
     }
@@ -78,7 +78,7 @@ TEST_F(DownloadWindowTest, OnlyLoadingIsPossibleAtFirst) {
 TEST_F(DownloadWindowTest, LoadShowsTheImageAndItsSize) {
     load_by_hand(4120 * 2);
     EXPECT_EQ(text("Text5"), (folder / "a.servo").string());
-    EXPECT_EQ(text("Label1"), "This is ZARN firmware \r\nCRC:12AB34CD.");
+    EXPECT_EQ(text("Label1"), "This is ZARN firmware 12AB34CD.\r\nCRC:12AB34CD.");
     EXPECT_EQ(text("LabelB"), "2 blocks, 8242 bytes");
     EXPECT_FALSE(shown("LabelC"));
     EXPECT_TRUE(enabled("Command4"));
@@ -90,7 +90,7 @@ TEST_F(DownloadWindowTest, APathIsNoPairOfLanguages) {
     const std::string path = text("Text5");
     walk(Language::kChinese);
     EXPECT_EQ(text("Text5"), path);
-    EXPECT_EQ(text("Label1"), "This is ZARN firmware \r\nCRC:12AB34CD.");
+    EXPECT_EQ(text("Label1"), "This is ZARN firmware 12AB34CD.\r\nCRC:12AB34CD.");
 }
 
 TEST_F(DownloadWindowTest, CharactersThatAreNotSentAreToldBefore) {
