@@ -11,6 +11,15 @@ namespace {
 constexpr int kPathRow = 8;
 constexpr int kBoxCharacters = 24;
 
+// Wide enough for a barcode. One that takes no entry does not look as if it did.
+void shape(KeyBox& box) {
+    box.setMinimumWidth(box.fontMetrics().averageCharWidth() * kBoxCharacters);
+    QPalette colours = box.palette();
+    colours.setColor(QPalette::Disabled, QPalette::Base,
+                     colours.color(QPalette::Active, QPalette::Window));
+    box.setPalette(colours);
+}
+
 }  // namespace
 
 BatchPanelWidget::BatchPanelWidget(PanelContext context, QWidget* parent)
@@ -32,7 +41,7 @@ void BatchPanelWidget::make_controls() {
     Text3_ = named(new KeyBox(this), "Text3");
     Text4_ = named(new KeyBox(this), "Text4");
     for (KeyBox* box : {Text3_, Text4_})
-        box->setMinimumWidth(box->fontMetrics().averageCharWidth() * kBoxCharacters);
+        shape(*box);
     Label8_ = make_value(this, "Label8");
     Label10_ = make_value(this, "Label10");
     Label12_ = make_value(this, "Label12");
@@ -93,7 +102,7 @@ void BatchPanelWidget::lay_out() {
     grid_->setContentsMargins(0, 0, 0, 0);
     grid_->setHorizontalSpacing(kGap);
     grid_->setVerticalSpacing(kGap);
-    grid_->addWidget(make_heading(this, "LabelJ", {"批量生产", "Production batch"}), 0, 0);
+    grid_->addWidget(make_heading(this, "LabelI", {"批量生产", "Production batch"}), 0, 0);
     grid_->addWidget(Check1_, 0, 1, Qt::AlignRight);
     grid_->addWidget(Command5_, 1, 0);
     grid_->addWidget(Label13_, 1, 1);
@@ -109,6 +118,7 @@ void BatchPanelWidget::lay_out() {
         grid_->addWidget(make_label(this, each.caption), row, 0);
         grid_->addWidget(each.value, row++, 1);
     }
+    grid_->setRowMinimumHeight(0, kHeadingHeight);
     grid_->setColumnStretch(1, 1);
 }
 

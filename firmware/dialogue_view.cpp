@@ -63,7 +63,10 @@ void DialogueView::refresh() {
         cursor.insertText(to_qt(shown_entry(log.entries()[i - log.dropped()])));
     }
     shown_ = total;
-    if (at_end) bar->setValue(bar->maximum());
+    if (!at_end) return;
+    text_->moveCursor(QTextCursor::End);
+    text_->moveCursor(QTextCursor::StartOfLine);
+    bar->setValue(bar->maximum());
 }
 
 void DialogueView::apply_language(base::Language language) {

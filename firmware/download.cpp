@@ -206,6 +206,12 @@ std::string_view Download::advice_text() const {
     return result_ ? advice(*result_, language()) : std::string_view();
 }
 
+void Download::recall(TransferResult result) {
+    if (transfer_running()) return;
+    result_ = std::move(result);
+    changed();
+}
+
 bool Download::save_dialogue(const std::filesystem::path& file) const {
     return transfer_.dialogue().save(file);
 }

@@ -118,6 +118,8 @@ class Download final : private link::StatusListener, private TransferObserver {
     std::string remaining_text() const;  // "1:05"
     // The state of the drive after a transfer that did not succeed, and what to do; else empty.
     std::string_view advice_text() const;
+    // How a transfer ended that the end of the program has cut off, in an earlier run.
+    void recall(TransferResult result);
     bool save_dialogue(const std::filesystem::path& file) const;
     // A frame has come in since the last transfer ended: the drive runs a firmware. The dialogue
     // itself takes silence for a start, so a lost "go" looks like success to it.

@@ -20,7 +20,8 @@
 
 namespace servo::firmware {
 
-inline constexpr int kGap = 8;        // the grid that everything stands on
+inline constexpr int kGap = 8;  // the grid that everything stands on
+inline constexpr int kHeadingHeight = 24;
 inline constexpr int kGroupGap = 20;  // between two groups
 
 // What every panel works with. A panel tells `acted` behind each thing that the operator did, so

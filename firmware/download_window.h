@@ -54,6 +54,7 @@ class DownloadWindow final : public QWidget, private DownloadObserver {
   private:
     void controls_changed() override { gather(); }
     void dialogue_changed() override { gather(); }
+    void transfer_ended(const TransferResult&) override { refresh_now(); }
     void gather();
 
     void make_panels(const PanelContext& context);

@@ -19,7 +19,7 @@ DrivePanelWidget::DrivePanelWidget(PanelContext context, QWidget* parent)
     : QWidget(parent), context_(std::move(context)) {
     Label4_ = make_value(this, "Label4");
     show_caption(Label4_, true, version_caption());
-    caption_ = make_caption(this, "LabelL", {"软件版本:", "Software Version"});
+    caption_ = make_caption(this, "LabelK", {"软件版本:", "Software Version"});
     caption_->hide();
     Label18_ = make_value(this, "Label18");
     Label17_ = make_value(this, "Label17");
@@ -54,20 +54,21 @@ void DrivePanelWidget::lay_out() {
     grid_->setContentsMargins(0, 0, 0, 0);
     grid_->setHorizontalSpacing(kGap);
     grid_->setVerticalSpacing(kGap);
-    grid_->addWidget(make_heading(this, "LabelI", {"驱动器", "Drive"}), 0, 0, 1, 2);
+    grid_->addWidget(make_heading(this, "LabelJ", {"驱动器", "Drive"}), 0, 0, 1, 2);
     grid_->addWidget(Label4_, kVersionRow, 0);
     grid_->addWidget(Label18_, kVersionRow, 1);
     grid_->addWidget(make_label(this, "Label16"), 2, 0);
     grid_->addWidget(Label17_, 2, 1);
     auto* more = new QHBoxLayout;
     more->setSpacing(kGap);
-    more->addWidget(make_heading(this, "LabelK", {"更多", "More"}));
+    more->addWidget(make_heading(this, "LabelL", {"更多", "More"}));
     more->addStretch();
     more->addWidget(Command2_);
     more->addWidget(Command3_);
     more->addWidget(dialogue_);
     grid_->setRowMinimumHeight(3, kGap);
     grid_->addLayout(more, 4, 0, 1, 2);
+    grid_->setRowMinimumHeight(0, kHeadingHeight);
     grid_->setColumnStretch(1, 1);
 }
 

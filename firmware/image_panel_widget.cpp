@@ -2,24 +2,19 @@
 
 #include <QGridLayout>
 
-#include "firmware/download_shown.h"
-#include "params/ui_palette.h"
-
 namespace servo::firmware {
+
+namespace {
+constexpr int kPathCharacters = 48;
+}
 
 ImagePanelWidget::ImagePanelWidget(PanelContext context, QWidget* parent)
     : QWidget(parent), context_(std::move(context)) {
     Command1_ = make_command(this, "Command1");
     Text5_ = named(new QLineEdit(this), "Text5");
     Text5_->setReadOnly(true);
+    Text5_->setMinimumWidth(Text5_->fontMetrics().averageCharWidth() * kPathCharacters);
     Label1_ = make_value(this, "Label1");
-    facts_ = make_label(this, "LabelB");
-    make_quiet(facts_);
-    warning_ = make_label(this, "LabelC");
-    warning_->setWordWrap(true);
-    QPalette colours = warning_->palette();
-    colours.setColor(QPalette::WindowText, QColor(params::palette::kWarningText));
-    warning_->setPalette(colours);
     texts_.add(Command1_, {"加载文件", "Load file"},
                {"选择固件文件（*.servo）", "Choose a firmware image (*.servo)"});
     texts_.add(Text5_, {"固件文件路径", "Path of the image"});
@@ -35,12 +30,11 @@ void ImagePanelWidget::lay_out() {
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);
     grid->setVerticalSpacing(kGap);
-    grid->addWidget(make_heading(this, "LabelA", {"固件", "Image"}), 0, 0, 1, 3);
+    grid->addWidget(make_heading(this, "LabelA", {"固件", "Image"}), 0, 0, 1, 2);
     grid->addWidget(Command1_, 1, 0);
-    grid->addWidget(Text5_, 1, 1, 1, 2);
+    grid->addWidget(Text5_, 1, 1);
     grid->addWidget(Label1_, 2, 1);
-    grid->addWidget(facts_, 2, 2, Qt::AlignTop);
-    grid->addWidget(warning_, 3, 1, 1, 2);
+    grid->setRowMinimumHeight(0, kHeadingHeight);
     grid->setColumnStretch(1, 1);
 }
 
@@ -50,10 +44,6 @@ void ImagePanelWidget::refresh() {
     show_text(Text5_, held.Text5);
     Text5_->setCursorPosition(0);
     show_text(Label1_, held.Label1);
-    show_text(facts_, image_facts(context_.form));
-    const std::string warning = image_warning(context_.form);
-    show_text(warning_, warning);
-    warning_->setVisible(!warning.empty());
 }
 
 void ImagePanelWidget::apply_language(base::Language language) {

@@ -24,8 +24,6 @@ class ImagePanelWidget final : public QWidget {
     QPushButton* Command1_ = nullptr;  // load file
     QLineEdit* Text5_ = nullptr;       // path of the image
     ElidedLabel* Label1_ = nullptr;    // header and checksum
-    QLabel* facts_ = nullptr;          // blocks and bytes
-    QLabel* warning_ = nullptr;        // what will not be sent
 };
 
 }  // namespace servo::firmware

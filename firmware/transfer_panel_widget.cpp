@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "firmware/download_shown.h"
+#include "params/ui_palette.h"
 
 namespace servo::firmware {
 
@@ -14,21 +15,37 @@ TransferPanelWidget::TransferPanelWidget(PanelContext context, std::function<boo
     Command4_->setDefault(true);
     ProgressBar1_ = named(new QProgressBar(this), "ProgressBar1");
     ProgressBar1_->setRange(0, 100);
-    step_ = make_label(this, "LabelE");
-    speed_ = make_label(this, "LabelF");
-    remaining_ = make_label(this, "LabelG");
-    make_quiet(speed_);
-    make_quiet(remaining_);
-    advice_ = new NoticeFrame(NoticeFrame::Kind::kWarning, "LabelH", this);
+    make_lines();
     again_ = make_command(this, "CommandA", {"重新加载", "Load again"});
     advice_->add(again_);
-    Label19_ = new NoticeFrame(NoticeFrame::Kind::kAdvice, "Label19", this);
     texts_.add(Command4_, {"下载", "Download"},
                {"把固件下载到驱动器", "Transfer the image to the drive"});
     texts_.add(ProgressBar1_, {"已发送的块（百分比）", "Blocks sent, in percent"});
     texts_.add(
         again_, {"重新加载同一文件", "Load the same file again"},
         {"重新加载同一文件，以便再次下载", "Load the same file again, for another download"});
+    connect_buttons();
+    lay_out();
+}
+
+void TransferPanelWidget::make_lines() {
+    step_ = make_label(this, "LabelC");
+    speed_ = make_label(this, "LabelD");
+    remaining_ = make_label(this, "LabelE");
+    make_quiet(speed_);
+    make_quiet(remaining_);
+    facts_ = make_label(this, "LabelF");
+    make_quiet(facts_);
+    warning_ = make_label(this, "LabelG");
+    warning_->setWordWrap(true);
+    QPalette colours = warning_->palette();
+    colours.setColor(QPalette::WindowText, QColor(params::palette::kWarningText));
+    warning_->setPalette(colours);
+    advice_ = new NoticeFrame(NoticeFrame::Kind::kWarning, "LabelH", this);
+    Label19_ = new NoticeFrame(NoticeFrame::Kind::kAdvice, "Label19", this);
+}
+
+void TransferPanelWidget::connect_buttons() {
     connect(Command4_, &QPushButton::clicked, this, [this] {
         context_.form.Command4_Click();
         context_.acted();
@@ -39,7 +56,6 @@ TransferPanelWidget::TransferPanelWidget(PanelContext context, std::function<boo
         context_.form.load_image(file);
         context_.acted();
     });
-    lay_out();
 }
 
 void TransferPanelWidget::lay_out() {
@@ -47,7 +63,7 @@ void TransferPanelWidget::lay_out() {
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);
     grid->setVerticalSpacing(kGap);
-    grid->addWidget(make_heading(this, "LabelD", {"下载", "Transfer"}), 0, 0, 1, 2);
+    grid->addWidget(make_heading(this, "LabelB", {"下载", "Transfer"}), 0, 0, 1, 2);
     grid->addWidget(Command4_, 1, 0);
     grid->addWidget(ProgressBar1_, 1, 1);
     auto* line = new QHBoxLayout;
@@ -56,8 +72,11 @@ void TransferPanelWidget::lay_out() {
     line->addWidget(speed_);
     line->addWidget(remaining_);
     grid->addLayout(line, 2, 1);
-    grid->addWidget(advice_, 3, 0, 1, 2);
-    grid->addWidget(Label19_, 4, 0, 1, 2);
+    grid->addWidget(facts_, 3, 1);
+    grid->addWidget(warning_, 4, 1);
+    grid->addWidget(advice_, 5, 0, 1, 2);
+    grid->addWidget(Label19_, 6, 0, 1, 2);
+    grid->setRowMinimumHeight(0, kHeadingHeight);
     grid->setColumnStretch(1, 1);
 }
 
@@ -69,6 +88,10 @@ void TransferPanelWidget::refresh() {
     show_text(step_, line.step);
     show_text(speed_, line.speed);
     show_text(remaining_, line.remaining);
+    show_text(facts_, image_facts(form));
+    const std::string warning = image_warning(form);
+    show_text(warning_, warning);
+    warning_->setVisible(!warning.empty());
     advice_->show_text(form.transfer_running() ? std::string_view() : form.advice_text());
     again_->setVisible(can_load_again(form));
 }

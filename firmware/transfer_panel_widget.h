@@ -18,6 +18,8 @@ class TransferPanelWidget final : public QWidget {
     void apply_language(base::Language language);
 
   private:
+    void make_lines();
+    void connect_buttons();
     void lay_out();
 
     PanelContext context_;
@@ -28,6 +30,8 @@ class TransferPanelWidget final : public QWidget {
     QLabel* step_ = nullptr;  // what is being done
     QLabel* speed_ = nullptr;
     QLabel* remaining_ = nullptr;
+    QLabel* facts_ = nullptr;         // blocks and bytes that are sent
+    QLabel* warning_ = nullptr;       // what is not
     NoticeFrame* advice_ = nullptr;   // the drive's state after a failure
     QPushButton* again_ = nullptr;    // loads the same file once more
     NoticeFrame* Label19_ = nullptr;  // fixed advice

@@ -102,13 +102,13 @@ TEST_F(BatchWindow, AFittingBarcodeSendsTheProductsImage) {
     EXPECT_EQ(state.download_active, 1);
     EXPECT_EQ(text("Label4"), (folder / "zarn.servo").string());
     EXPECT_TRUE(shown("Label4"));
-    EXPECT_TRUE(shown("LabelL")) << "the version keeps a caption";
+    EXPECT_TRUE(shown("LabelK")) << "the version keeps a caption";
     ASSERT_TRUE(finish());
     EXPECT_EQ(ended(), TransferEnd::kDone);
     EXPECT_EQ(drive.blocks, 2);
     walk(base::Language::kChinese);
     EXPECT_EQ(text("Label4"), (folder / "zarn.servo").string()) << "a path is no pair";
-    EXPECT_EQ(text("LabelL"), "软件版本:");
+    EXPECT_EQ(text("LabelK"), "软件版本:");
 }
 
 TEST_F(BatchWindow, WithoutAHandChosenFileThereIsNoStart) {

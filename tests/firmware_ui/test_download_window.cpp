@@ -71,7 +71,7 @@ TEST_F(DownloadWindowTest, OnlyLoadingIsPossibleAtFirst) {
     EXPECT_FALSE(enabled("Command4"));
     EXPECT_FALSE(enabled("Text3"));
     EXPECT_FALSE(enabled("Text4"));
-    EXPECT_EQ(text("LabelE"), "No image is loaded");
+    EXPECT_EQ(text("LabelC"), "No image is loaded");
     EXPECT_FALSE(shown("LabelH"));
 }
 
@@ -79,10 +79,10 @@ TEST_F(DownloadWindowTest, LoadShowsTheImageAndItsSize) {
     load_by_hand(4120 * 2);
     EXPECT_EQ(text("Text5"), (folder / "a.servo").string());
     EXPECT_EQ(text("Label1"), "This is ZARN firmware 12AB34CD.\r\nCRC:12AB34CD.");
-    EXPECT_EQ(text("LabelB"), "2 blocks, 8242 bytes");
-    EXPECT_FALSE(shown("LabelC"));
+    EXPECT_EQ(text("LabelF"), "2 blocks, 8242 bytes");
+    EXPECT_FALSE(shown("LabelG"));
     EXPECT_TRUE(enabled("Command4"));
-    EXPECT_EQ(text("LabelE"), "Ready");
+    EXPECT_EQ(text("LabelC"), "Ready");
 }
 
 TEST_F(DownloadWindowTest, APathIsNoPairOfLanguages) {
@@ -95,13 +95,13 @@ TEST_F(DownloadWindowTest, APathIsNoPairOfLanguages) {
 
 TEST_F(DownloadWindowTest, CharactersThatAreNotSentAreToldBefore) {
     load_by_hand(4120 + 2059);
-    EXPECT_TRUE(shown("LabelC"));
-    EXPECT_EQ(text("LabelC"),
+    EXPECT_TRUE(shown("LabelG"));
+    EXPECT_EQ(text("LabelG"),
               "The last 2059 characters are less than half a block and are not sent.");
     load_by_hand(4120 + 2061);
-    EXPECT_FALSE(shown("LabelC"));
+    EXPECT_FALSE(shown("LabelG"));
     load_by_hand(2060);
-    EXPECT_EQ(text("LabelC"),
+    EXPECT_EQ(text("LabelG"),
               "This image has no block to send: a download would erase the drive and end in a "
               "time-out.");
 }
@@ -111,24 +111,24 @@ TEST_F(DownloadWindowTest, ATransferShowsStepBarSpeedAndTimeLeft) {
     start();
     EXPECT_FALSE(enabled("Command1"));
     ASSERT_TRUE(run_to_step(6));
-    EXPECT_EQ(text("LabelE"), "Erase");
+    EXPECT_EQ(text("LabelC"), "Erase");
     EXPECT_FALSE(enabled("Command2")) << "the line is the transfer's";
     EXPECT_FALSE(enabled("Command3"));
     ASSERT_TRUE(run_until([this] { return data().fw_block_index == 2; }, 60s));
     EXPECT_EQ(text("ProgressBar1"), "50");
-    EXPECT_EQ(text("LabelE"), "Block 3 of 4");
-    EXPECT_TRUE(text("LabelF").ends_with(" bytes/s")) << text("LabelF");
-    EXPECT_TRUE(text("LabelG").ends_with(" left")) << text("LabelG");
+    EXPECT_EQ(text("LabelC"), "Block 3 of 4");
+    EXPECT_TRUE(text("LabelD").ends_with(" bytes/s")) << text("LabelD");
+    EXPECT_TRUE(text("LabelE").ends_with(" left")) << text("LabelE");
     walk(Language::kChinese);
-    EXPECT_EQ(text("LabelE"), "块 3 / 4");
-    EXPECT_TRUE(text("LabelF").ends_with(" 字节/秒"));
-    EXPECT_TRUE(text("LabelG").starts_with("剩余 "));
+    EXPECT_EQ(text("LabelC"), "块 3 / 4");
+    EXPECT_TRUE(text("LabelD").ends_with(" 字节/秒"));
+    EXPECT_TRUE(text("LabelE").starts_with("剩余 "));
     walk(Language::kEnglish);
     ASSERT_TRUE(finish());
     EXPECT_EQ(box(), (std::pair<std::string, std::string>{"Notice", "Download Finished!"}));
     EXPECT_EQ(text("ProgressBar1"), "0");
-    EXPECT_EQ(text("LabelE"), "Finished; waiting for the drive");
-    EXPECT_EQ(text("LabelF"), "");
+    EXPECT_EQ(text("LabelC"), "Finished; waiting for the drive");
+    EXPECT_EQ(text("LabelD"), "");
     EXPECT_TRUE(enabled("Command1"));
     EXPECT_TRUE(enabled("Command4"));
     EXPECT_TRUE(drive.started);
@@ -160,7 +160,7 @@ TEST_F(DownloadWindowTest, AFailureLeavesTheButtonsAndTellsTheDrivesState) {
               (std::pair<std::string, std::string>{"Download Notice", "Programing overtime!"}));
     EXPECT_FALSE(enabled("Command1"));
     EXPECT_FALSE(enabled("Command4"));
-    EXPECT_EQ(text("LabelE"), "Failed: Programme");
+    EXPECT_EQ(text("LabelC"), "Failed: Programme");
     EXPECT_TRUE(shown("LabelH"));
     EXPECT_NE(text("LabelH").find("no complete firmware"), std::string::npos) << text("LabelH");
     walk(Language::kChinese);
@@ -184,7 +184,7 @@ TEST_F(DownloadWindowTest, LoadAgainLeadsOnAndPressDownloadThenConnectPicksTheDr
     EXPECT_FALSE(shown("CommandA"));
     click("Command4");
     run_for(1s);
-    EXPECT_EQ(text("LabelE"), "Waiting: open the link now");
+    EXPECT_EQ(text("LabelC"), "Waiting: open the link now");
     EXPECT_FALSE(shown("LabelH"));
     open_link();
     ASSERT_TRUE(finish());
@@ -201,7 +201,7 @@ TEST_F(DownloadWindowTest, ALinkThatIsClosedUnderATransferIsToldInTheWindowAlone
     const std::size_t boxes = notice.boxes.size();
     close_link();
     EXPECT_EQ(state.download_active, 0);
-    EXPECT_EQ(text("LabelE"), "Cut off when the link was closed: Programme");
+    EXPECT_EQ(text("LabelC"), "Cut off when the link was closed: Programme");
     EXPECT_TRUE(shown("LabelH"));
     EXPECT_NE(text("LabelH").find("no complete firmware"), std::string::npos);
     EXPECT_EQ(notice.boxes.size(), boxes);
@@ -228,7 +228,7 @@ TEST_F(DownloadWindowTest, TicksAreShownWithoutAnyClick) {
     load_by_hand(4120 * 2);
     start();
     ASSERT_TRUE(run_to_step(8));
-    auto& step = control<QLabel>("LabelE");
+    auto& step = control<QLabel>("LabelC");
     QTRY_COMPARE(step.text(), QStringLiteral("Block 1 of 2"));
 }
 
