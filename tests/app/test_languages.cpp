@@ -58,6 +58,8 @@ constexpr OneLanguage kAllowed[] = {
     {"ObjectDictionay\\.LabelK\\.text", "Modbus", "the protocol's own word"},
     {"ObjectDictionay\\.MSHFlexGrid2\\.header", "属性|数据类型|注释|公式",
      "these columns have one header, which is shown in both languages"},
+    {"Download\\.Command5\\.text", "选择Ini", "the button has one caption"},
+    {"Download\\.(Label1|Label13)\\.text", "NULL", "nothing is chosen yet"},
     {"modbus\\..*\\.header", "ModBus|Index|Sub|NameCH|NameEN|ATTR|Type",
      "the headers of the address table are the same in both languages"},
 };
