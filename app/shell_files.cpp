@@ -40,6 +40,7 @@ ShellFiles::ShellFiles(Workstation& workstation, DialogSwitch& dialogs, QMenu& r
     openers_.handle(FileKindId::kProject, [this](const std::string& path) { open_project(path); });
     openers_.handle(FileKindId::kRecording,
                     [this](const std::string& path) { open_recording(path); });
+    openers_.handle(FileKindId::kFirmware, [this](const std::string& path) { open_image(path); });
     connect(&menu_, &QMenu::aboutToShow, this, &ShellFiles::fill_menu);
 }
 
@@ -63,6 +64,12 @@ void ShellFiles::open_project(const std::string& path) {
 void ShellFiles::open_recording(const std::string& path) {
     open_page(workstation_, workstation_.scope);
     workstation_.scope.Command13_Click(path);
+}
+
+// Into the form, where it waits for the button. While a transfer runs the form keeps what it has.
+void ShellFiles::open_image(const std::string& path) {
+    open_page(workstation_, workstation_.download_rows);
+    workstation_.download.load_image(path);
 }
 
 void ShellFiles::used(const ProjectResult& result) {

@@ -41,6 +41,7 @@ class ShellFiles final : public QObject {
   private:
     void open_project(const std::string& path);
     void open_recording(const std::string& path);
+    void open_image(const std::string& path);
     void used(const ProjectResult& result);
     void fill_menu();
 

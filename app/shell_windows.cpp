@@ -6,9 +6,11 @@
 #include "app/coming_window.h"
 #include "app/form1_window.h"
 #include "app/style.h"
+#include "app/tag_text.h"
 #include "app/user_dialogs.h"
 #include "app/window_host.h"
 #include "app/window_table.h"
+#include "firmware/download_window.h"
 #include "params/modbus_window.h"
 #include "params/motor_codes_window.h"
 #include "params/object_browser_window.h"
@@ -115,6 +117,33 @@ void add_scope(Adder& adder, Workstation& workstation, const WindowHooks& hooks)
     adder.add("Scope", make, Kind::kPage, true);
 }
 
+void add_download(Adder& adder, Workstation& workstation, UserDialogs& dialogs) {
+    workstation.ask_firmware_file = [&workstation,
+                                     &dialogs](const firmware::FileQuestion& question) {
+        return dialogs.ask_file(
+            {.kind = FileRequest::Kind::kOpen,
+             .title = std::string(tag_part(firmware::kDownloadCaption, workstation.language)),
+             .filter = std::string(question.kind),
+             .suffix = std::string(question.suffix),
+             .name = {}});
+    };
+    const firmware::DownloadDialogs given{
+        .ask_save =
+            [&dialogs](std::string_view title, std::string_view name) {
+                return dialogs.ask_file({.kind = FileRequest::Kind::kSave,
+                                         .title = std::string(title),
+                                         .filter = "TXT",
+                                         .suffix = "txt",
+                                         .name = std::string(name)});
+            },
+        .tell = [&dialogs](std::string_view title,
+                           std::string_view text) { dialogs.show(title, text); },
+        .link_open = [&workstation] { return workstation.communication.link_open(); }};
+    adder.add("Download", [&workstation, given] {
+        return new firmware::DownloadWindow(workstation.download, workstation.download_rows, given);
+    });
+}
+
 void add_coming(Adder& adder) {
     for (const WindowDefinition& definition : window_table())
         if (definition.state == WindowState::kComing)
@@ -131,6 +160,7 @@ void add_shell_windows(WindowHost& host, Workstation& workstation, const WindowH
     add_pages(adder, workstation, hooks);
     add_lists(adder, workstation);
     add_scope(adder, workstation, hooks);
+    add_download(adder, workstation, hooks.dialogs);
     add_coming(adder);
 }
 

@@ -1,8 +1,10 @@
 // The life of the workstation: start-up in its order, language, opening and closing, the end.
+#include <algorithm>
 #include <string>
 
 #include "app/window_table.h"
 #include "app/workstation.h"
+#include "base/number.h"
 #include "base/profile_file.h"
 #include "params/page_loader.h"
 
@@ -80,6 +82,44 @@ void make_timer(link::Timer& timer) {
     timer.set_enabled(false);
 }
 
+// A transfer that the end of the program cuts off leaves the drive without a firmware. Nobody is
+// asked or told at the end; the window tells it in the next run, until a transfer has succeeded.
+constexpr std::string_view kDownload = "download";
+constexpr std::string_view kCut = "cut";
+constexpr double kLastStep = 10;
+
+void recall_cut_transfer(Workstation& workstation) {
+    const std::string cut =
+        base::get_profile_string(workstation.sys_ini(), kDownload, kCut, "", 16);
+    if (cut.empty()) return;
+    const auto step =
+        static_cast<std::uint8_t>(std::clamp(base::leading_number(cut), 0.0, kLastStep));
+    workstation.download.recall({.end = firmware::TransferEnd::kLinkClosed,
+                                 .step = step,
+                                 .erased = cut.ends_with("erased"),
+                                 .message = {}});
+}
+
+void keep_cut_transfer(Workstation& workstation) {
+    if (workstation.download.transfer_running()) workstation.engine.link_closed();
+    const auto& result = workstation.download.result();
+    if (!result) return;
+    std::string cut;
+    switch (result->end) {
+        case firmware::TransferEnd::kLinkClosed:
+            cut = std::to_string(result->step) + (result->erased ? " erased" : "");
+            break;
+        case firmware::TransferEnd::kDone:
+            break;
+        case firmware::TransferEnd::kFailed:
+        case firmware::TransferEnd::kReadBack:
+            return;  // told in a box already
+    }
+    const std::string kept =
+        base::get_profile_string(workstation.sys_ini(), kDownload, kCut, "", 16);
+    if (cut != kept) base::write_profile_string(workstation.sys_ini(), kDownload, kCut, cut);
+}
+
 // Everything that start-up starts from, so that a second load begins like the first.
 void clear_shared_state(Workstation& workstation) {
     workstation.engine.state = {};
@@ -121,6 +161,7 @@ bool MDIForm_Load(Workstation& workstation) {
     if (workstation.screen != nullptr) workstation.screen->apply_variant();
     workstation.browser.Init_OD_Grid();
     workstation.scope.load();
+    recall_cut_transfer(workstation);
     return true;
 }
 
@@ -197,6 +238,7 @@ void deling_click(Workstation& workstation) {
 
 void quit(Workstation& workstation) {
     workstation.cTmr.set_enabled(false);
+    keep_cut_transfer(workstation);
     workstation.engine.port().close();
     if (workstation.screen != nullptr) workstation.screen->unload_all();
 }

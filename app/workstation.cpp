@@ -30,6 +30,10 @@ params::PageServices page_services(Workstation& workstation) {
             }};
 }
 
+std::string software_version(const params::Page& rows) {
+    return std::string(rows.grid().cell(1, params::kValue));
+}
+
 bool is_polled(std::string_view name) {
     return std::ranges::find(link::kPollWindowNames, name) != link::kPollWindowNames.end();
 }
@@ -86,7 +90,16 @@ Workstation::Workstation(const Surroundings& given)
              .notice = notice,
              .language = language,
              .link_open = [this] { return communication.link_open(); }}),
-      download_rows(kDownloadRows, page_services(*this)) {
+      download_rows(kDownloadRows, page_services(*this)),
+      download({.engine = engine,
+                .notice = notice,
+                .language = language,
+                .Tavro_Nevra_Other_mode = Tavro_Nevra_Other_mode,
+                .ask_file =
+                    [this](const firmware::FileQuestion& question) {
+                        return ask_firmware_file ? ask_firmware_file(question) : std::nullopt;
+                    },
+                .software_version = [this] { return software_version(download_rows); }}) {
     engine.set_link_control(&communication);
     engine.set_scope(&scope.acquisition());
     make_windows(*this);

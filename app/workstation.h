@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "base/language.h"
 #include "base/notice.h"
 #include "dictionary/store.h"
+#include "firmware/download.h"
 #include "link/communication.h"
 #include "link/drive_values.h"
 #include "link/engine.h"
@@ -77,6 +79,9 @@ struct Workstation {
     params::ObjectBrowser browser;                                  // ObjectDictionay
     scope::Oscilloscope scope;                                      // Scope
     params::Page download_rows;  // Download: its working grid, polled as a page
+    // How the form below asks for a file; set by whoever has dialogs.
+    std::function<std::optional<std::string>(const firmware::FileQuestion&)> ask_firmware_file;
+    firmware::Download download;  // Download: what its controls hold, and the transfer
     std::vector<std::unique_ptr<link::Window>> other_windows;  // the rest
     std::vector<link::Window*> windows;  // all of the above, in the order of all_windows
 

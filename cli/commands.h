@@ -61,6 +61,12 @@ ExitStatus run_record(const Options& options, const RecordTargets& targets,
                       const dictionary::Store& dictionary, link::Engine& engine,
                       LinkSession& session, const Output& output);
 
+// What is wrong with the image before the link is opened; kDone when nothing is. Prints a message.
+ExitStatus check_flash(const Options& options, const Output& output);
+// The firmware transfer: steps and blocks on standard error, the final message on standard output.
+ExitStatus run_flash(const Options& options, link::Engine& engine, LinkSession& session,
+                     const Output& output);
+
 // Word (1 or 2), bit mask, text: one row for each fault.
 ExitStatus run_faults(const Options& options, LinkSession& session, const Output& output);
 

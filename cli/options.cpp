@@ -30,6 +30,7 @@ struct Raw {
     std::string level;
     int edge = 1;
     std::optional<int> offset;
+    std::string image;
 };
 
 std::string check_key(std::string& text) {
@@ -176,6 +177,14 @@ void add_record(CLI::App& app, Raw& raw) {
         ->check(CLI::Range(0, 8191).description(""));
 }
 
+void add_flash(CLI::App& app, Raw& raw) {
+    CLI::App* command = add_command(app, raw, CommandName::kFlash, "flash",
+                                    "Transfer a firmware image to the drive's bootloader");
+    command->add_option("IMAGE", raw.image, "The .servo file")->required()->type_name("");
+    command->add_flag("--verify", raw.options.flash.verify,
+                      "Done only when the drive answers behind it, with the image's check value");
+}
+
 void add_commands(CLI::App& app, Raw& raw) {
     add_command(app, raw, CommandName::kPorts, "ports", "List the serial ports");
     add_dict(app, raw);
@@ -205,6 +214,7 @@ void add_commands(CLI::App& app, Raw& raw) {
         ->check(CLI::NonNegativeNumber.description(""));
 
     add_record(app, raw);
+    add_flash(app, raw);
     add_command(app, raw, CommandName::kFaults, "faults", "Show the faults of the drive");
     add_command(app, raw, CommandName::kFormula, "formula",
                 "Evaluate formula requests from standard input");
@@ -224,6 +234,7 @@ Options finish(Raw& raw) {
     finish_record(raw, options.record);
     for (const std::string& key : raw.keys)
         options.keys.push_back(parse_key(key).value_or(0));
+    options.flash.file = raw.image;
     options.id = static_cast<std::uint8_t>(raw.id);
     options.data = raw.data;
     options.language = raw.language == "zh" ? base::Language::kChinese : base::Language::kEnglish;

@@ -23,6 +23,7 @@ enum class CommandName : std::uint8_t {
     kWrite,
     kWatch,
     kRecord,
+    kFlash,
     kFaults,
     kFormula,
 };
@@ -42,6 +43,12 @@ struct RecordOptions {
     std::optional<TriggerOptions> trigger;
 };
 
+// What `flash` sends, and whether it asks the drive behind it.
+struct FlashOptions {
+    std::filesystem::path file;
+    bool verify = false;
+};
+
 struct Options {
     std::string port;  // device path, or the text of the port list; empty: the port used last
     bool sim = false;
@@ -59,6 +66,7 @@ struct Options {
     std::int64_t count = 0;                  // watch: rounds, 0 without end
     std::chrono::milliseconds every{1000};   // watch: from the start of a round to the next
     RecordOptions record;
+    FlashOptions flash;
 };
 
 // The program ends here: help that was asked for, or wrong use.

@@ -30,6 +30,7 @@ ExitStatus run_on_link(const Options& options, const std::vector<Target>& target
         case CommandName::kDictFind:
         case CommandName::kDictShow:
         case CommandName::kRecord:
+        case CommandName::kFlash:
         case CommandName::kFormula:
             break;
     }
@@ -48,6 +49,17 @@ ExitStatus record(const Options& options, const dictionary::Store& dictionary,
         return link.status;
     }
     return run_record(options, *targets, dictionary, *link.engine, *link.session, output);
+}
+
+ExitStatus flash(const Options& options, Environment& environment, const Output& output) {
+    const ExitStatus wrong = check_flash(options, output);
+    if (wrong != ExitStatus::kDone) return wrong;
+    const OpenedLink link = environment.open_link(options);
+    if (link.session == nullptr || link.engine == nullptr) {
+        output.message("servoctl: " + link.error);
+        return link.status;
+    }
+    return run_flash(options, *link.engine, *link.session, output);
 }
 
 // Everything that can be refused by the dictionary alone is refused before a line is touched.
@@ -74,6 +86,7 @@ ExitStatus run_command(const Options& options, Environment& environment, const O
         return run_ports(options, environment.ports(options), output);
     if (options.command == CommandName::kFaults)
         return run_on_link(options, {}, environment, output);
+    if (options.command == CommandName::kFlash) return flash(options, environment, output);
     dictionary::Store dictionary;
     if (!dictionary.open_dat(options.data)) return no_dictionary(options, output);
     if (options.command == CommandName::kDictFind)

@@ -2,6 +2,7 @@
 set(SERVO_CTL_PLAIN
     access_job.cpp
     command_dict.cpp
+    command_flash.cpp
     command_formula.cpp
     command_objects.cpp
     command_record.cpp

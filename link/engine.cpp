@@ -33,6 +33,15 @@ void Engine::add_job(JobPlace place, Job& job) {
     jobs_[static_cast<std::size_t>(place)] = &job;
 }
 
+void Engine::remove_job(JobPlace place, const Job& job) {
+    Job*& held = jobs_[static_cast<std::size_t>(place)];
+    if (held == &job) held = nullptr;
+}
+
+void Engine::remove_listener(const StatusListener& listener) {
+    std::erase(listeners_, &listener);
+}
+
 void Engine::cTmr_Timer() {
     // A message box of a job pumps events, and with them ticks, while its own tick is still
     // running.

@@ -52,7 +52,10 @@ class Engine {
     bool add_window(Window& window);
     bool add_poll_window(PollWindow& window);
     void add_job(JobPlace place, Job& job);
+    // For one that ends before the engine does.
+    void remove_job(JobPlace place, const Job& job);
     void add_listener(StatusListener& listener) { listeners_.push_back(&listener); }
+    void remove_listener(const StatusListener& listener);
     void set_scope(ScopeLink* scope) { scope_ = scope; }
     void set_link_control(LinkControl* control) { link_control_ = control; }
 
@@ -65,6 +68,8 @@ class Engine {
     // As sendata2, but silent while input waits and output has not left, and paced for segments.
     // Does not remember the key. For the tick's string reads alone.
     void sendata(WireKey key, std::int32_t value, std::uint8_t read);
+    // While a firmware transfer runs, only what the tick itself sends leaves: a write from a window
+    // would land inside its text and is dropped.
     void Datawrite(const Payload& payload);
     void Datawrite_str(std::string_view text);  // bytes as they stand; serial line only
 
@@ -140,6 +145,7 @@ class Engine {
     bool warm_up();
     void send_tick();
     void receive_tick();
+    Job* running_transfer() const;
     Job* first_active(std::span<const JobPlace> order) const;
 
     void send_lane();

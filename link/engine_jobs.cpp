@@ -7,9 +7,10 @@ namespace servo::link {
 
 namespace {
 
-// More than one job can be under way, since a transfer may be started while a batch runs. Each
-// phase has its own order: a transfer flushes the line first of all, but it sends after the others,
-// and it reads its text before any frame is looked for.
+// More than one job can be under way. Each phase has its own order. A firmware transfer that runs
+// is asked alone, whatever the order: it talks text to a bootloader, and one frame of another job
+// inside a block would spoil the drive's firmware. The other jobs go on, or begin, when it has
+// ended.
 constexpr std::array kWarmUpOrder{JobPlace::kFirmware, JobPlace::kConfiguration,
                                   JobPlace::kPositionFlow, JobPlace::kScan};
 constexpr std::array kSendOrder{JobPlace::kConfiguration, JobPlace::kPositionFlow, JobPlace::kScan,
@@ -26,7 +27,14 @@ constexpr std::uint8_t high_nibble(std::uint8_t command) {
 
 }  // namespace
 
+Job* Engine::running_transfer() const {
+    Job* firmware = jobs_[static_cast<std::size_t>(JobPlace::kFirmware)];
+    return state.download_active == 1 && firmware != nullptr && firmware->active() ? firmware
+                                                                                   : nullptr;
+}
+
 Job* Engine::first_active(std::span<const JobPlace> order) const {
+    if (Job* transfer = running_transfer()) return transfer;
     for (const JobPlace place : order) {
         Job* job = jobs_[static_cast<std::size_t>(place)];
         if (job != nullptr && job->active()) return job;
@@ -40,6 +48,7 @@ bool Engine::warm_up() {
     } else if (state.download_step <= 2) {
         state.InputLen = kTextReadLength;
     }
+    if (Job* transfer = running_transfer()) return transfer->warm_up(*this);
     for (const JobPlace place : kWarmUpOrder) {
         Job* job = jobs_[static_cast<std::size_t>(place)];
         if (job != nullptr && job->active() && job->warm_up(*this)) return true;

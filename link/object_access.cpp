@@ -13,6 +13,7 @@ Channel& Engine::channel() {
 void Engine::Datawrite(const Payload& payload) {
     Channel& line = channel();
     if (!line.is_open()) return;
+    if (state.download_active == 1 && state.timer1_in == 0) return;
     ++counters.sends;
     line.Datawrite(payload);
 }

@@ -29,6 +29,8 @@ class Port {
     virtual OpenResult open(std::string_view port_text, int baud) = 0;
     virtual void close() = 0;
     virtual bool is_open() const = 0;
+    // Whether the device is not there any more: unplugged while the port was open.
+    virtual bool gone() { return !is_open(); }
 
     virtual std::size_t in_buffer_count() = 0;   // bytes received and not yet read
     virtual std::size_t out_buffer_count() = 0;  // bytes written and not yet on the line

@@ -50,6 +50,12 @@ void QtSerialPort::close() {
     if (port_.isOpen()) port_.close();
 }
 
+// An unplugged adapter, or a pseudo-terminal whose other end is closed, answers no request.
+bool QtSerialPort::gone() {
+    int count = 0;
+    return !port_.isOpen() || ::ioctl(port_.handle(), FIONREAD, &count) != 0;
+}
+
 // Moves what the system has received into the port's own buffer. An event loop would do it, but
 // none runs within a tick.
 void QtSerialPort::fetch() {

@@ -21,6 +21,7 @@ class QtSerialPort final : public Port {
     OpenResult open(std::string_view port_text, int baud) override;
     void close() override;
     bool is_open() const override { return port_.isOpen(); }
+    bool gone() override;
     std::size_t in_buffer_count() override;
     std::size_t out_buffer_count() override;
     std::size_t read(std::span<std::uint8_t> into) override;

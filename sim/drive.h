@@ -19,6 +19,7 @@
 
 #include "dictionary/keys.h"
 #include "dictionary/store.h"
+#include "sim/block_store.h"
 #include "sim/options.h"
 #include "sim/statistics.h"
 
@@ -54,9 +55,15 @@ class Drive {
 
     std::chrono::microseconds now() const;
 
-    // False from a restart command or power_cycle() until the drive listens again, and for good in
-    // the bootloader or with another protocol on the line.
+    // False from a restart command or power_cycle() until the program listens again, all the time
+    // in the bootloader, and for good with another protocol on the line.
     bool running() const;
+
+    // The bootloader listens.
+    bool in_bootloader() const;
+
+    // What the bootloader has stored since its last erase; stays there when the program runs.
+    const BlockStore& program_memory() const;
 
     // Of the line. Another rate can be stored in the drive; it is in force after a restart.
     std::uint32_t baud() const;
@@ -90,6 +97,7 @@ class Drive {
 
     // May be changed at any time.
     LineFaults& faults();
+    BootOptions& boot_options();
     const Statistics& statistics() const;
 
   private:

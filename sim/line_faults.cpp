@@ -29,47 +29,74 @@ void LineFaultMaker::corrupt(std::vector<std::uint8_t>& bytes, std::uint64_t dra
     }
 }
 
+LineFaultMaker::Fate LineFaultMaker::next_fate(const LineFaults& faults) {
+    Fate fate;
+    fate.drop = chance_.happens(faults.drop);
+    fate.foreign = chance_.happens(faults.foreign);
+    fate.corrupted = chance_.happens(faults.corrupt);
+    fate.doubled = chance_.happens(faults.doubled);
+    fate.lose = chance_.happens(faults.lose);
+    fate.stutter = chance_.happens(faults.stutter);
+    fate.draw = chance_.next();
+    return fate;
+}
+
+void LineFaultMaker::change_length(std::vector<std::uint8_t>& bytes, const Fate& fate,
+                                   Statistics& statistics) {
+    Chance place(mix(fate.draw + 1));
+    if (fate.lose) {
+        bytes.erase(bytes.begin() + place.below(static_cast<std::uint32_t>(bytes.size())));
+        ++statistics.lost_bytes;
+    }
+    if (fate.stutter) {
+        const auto at = bytes.begin() + place.below(static_cast<std::uint32_t>(bytes.size()));
+        bytes.insert(at, *at);
+        ++statistics.doubled_bytes;
+    }
+    if (fate.doubled) {
+        const std::vector<std::uint8_t> once = bytes;
+        bytes.insert(bytes.end(), once.begin(), once.end());
+        ++statistics.doubled;
+    }
+}
+
 std::vector<std::uint8_t> LineFaultMaker::pass(const Frame& frame, const LineFaults& faults,
                                                Statistics& statistics) {
-    const bool drop = chance_.happens(faults.drop);
-    const bool foreign = chance_.happens(faults.foreign);
-    const bool corrupted = chance_.happens(faults.corrupt);
-    const bool doubled = chance_.happens(faults.doubled);
-    const bool lose = chance_.happens(faults.lose);
-    const bool stutter = chance_.happens(faults.stutter);
-    const std::uint64_t draw = chance_.next();
-    if (drop) {
+    const Fate fate = next_fate(faults);
+    if (fate.drop) {
         ++statistics.dropped;
         return {};
     }
     Frame sent = frame;
-    if (foreign) {
-        sent = foreign_frame(frame, Chance(draw));
+    if (fate.foreign) {
+        sent = foreign_frame(frame, Chance(fate.draw));
         ++statistics.foreign_sent;
     }
     std::vector<std::uint8_t> bytes(sent.begin(), sent.end());
-    if (corrupted) {
-        corrupt(bytes, mix(draw));
+    if (fate.corrupted) {
+        corrupt(bytes, mix(fate.draw));
         Frame seen{};
         std::copy(bytes.begin(), bytes.end(), seen.begin());
         ++statistics.corrupted;
         if (sum_is_right(seen)) ++statistics.unseen;
     }
-    Chance place(mix(draw + 1));
-    if (lose) {
-        bytes.erase(bytes.begin() + place.below(static_cast<std::uint32_t>(bytes.size())));
-        ++statistics.lost_bytes;
+    change_length(bytes, fate, statistics);
+    return bytes;
+}
+
+std::vector<std::uint8_t> LineFaultMaker::pass_text(std::string_view text, const LineFaults& faults,
+                                                    Statistics& statistics) {
+    const Fate fate = next_fate(faults);
+    if (fate.drop) {
+        ++statistics.dropped;
+        return {};
     }
-    if (stutter) {
-        const auto at = bytes.begin() + place.below(static_cast<std::uint32_t>(bytes.size()));
-        bytes.insert(at, *at);
-        ++statistics.doubled_bytes;
+    std::vector<std::uint8_t> bytes(text.begin(), text.end());
+    if (fate.corrupted) {
+        corrupt(bytes, mix(fate.draw));
+        ++statistics.corrupted;
     }
-    if (doubled) {
-        const std::vector<std::uint8_t> once = bytes;
-        bytes.insert(bytes.end(), once.begin(), once.end());
-        ++statistics.doubled;
-    }
+    change_length(bytes, fate, statistics);
     return bytes;
 }
 

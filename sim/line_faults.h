@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "sim/chance.h"
@@ -20,8 +21,24 @@ class LineFaultMaker {
     std::vector<std::uint8_t> pass(const Frame& frame, const LineFaults& faults,
                                    Statistics& statistics);
 
+    // The same for a reply of the bootloader. It names no station, so none can be foreign.
+    std::vector<std::uint8_t> pass_text(std::string_view text, const LineFaults& faults,
+                                        Statistics& statistics);
+
   private:
-    void corrupt(std::vector<std::uint8_t>& bytes, std::uint64_t draw);
+    struct Fate {
+        bool drop = false;
+        bool foreign = false;
+        bool corrupted = false;
+        bool doubled = false;
+        bool lose = false;
+        bool stutter = false;
+        std::uint64_t draw = 0;
+    };
+    Fate next_fate(const LineFaults& faults);
+    static void change_length(std::vector<std::uint8_t>& bytes, const Fate& fate,
+                              Statistics& statistics);
+    static void corrupt(std::vector<std::uint8_t>& bytes, std::uint64_t draw);
 
     Chance chance_;
 };

@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -40,6 +41,17 @@ std::filesystem::path own_folder() {
     return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
 }
 
+// One word of the header line of an image, and no command of the bootloader. Gives what is wrong.
+std::string is_type_word(const std::string& word) {
+    for (const char* command : {"hi", "e", "w", "go"}) {
+        if (word == command) return word + " is a command of the bootloader";
+    }
+    const bool plain =
+        std::all_of(word.begin(), word.end(), [](char c) { return c > ' ' && c <= '~'; });
+    if (!word.empty() && word.size() <= 16 && plain) return {};
+    return "a word of 1 to 16 characters is needed";
+}
+
 void describe(CLI::App& app, CommandLine& line) {
     app.add_option("--data", line.drive.data, "Folder of the dictionary and of sim/values.tsv")
         ->type_name("DIR");
@@ -50,10 +62,17 @@ void describe(CLI::App& app, CommandLine& line) {
     app.add_option("--id", line.id, "Communication ID")->check(CLI::Range(0, 255))->type_name("N");
     app.add_option("--state", line.drive.state_file, "Where stored parameters live between runs")
         ->type_name("FILE");
-    app.add_flag("--bootloader", line.drive.bootloader, "Power up in the bootloader");
+    app.add_flag("--bootloader", line.drive.bootloader,
+                 "Power up in the bootloader, as after a transfer that broke off");
+    app.add_option("--type", line.drive.boot.type, "Word that a firmware must be made for")
+        ->check(CLI::Validator(is_type_word, "WORD"))
+        ->type_name("WORD");
     app.add_option("--fault", line.faults,
                    "drop:P corrupt:P double:P foreign:P lose:P stutter:P delay:MS silent abort:KEY "
-                   "mute:KEY fault1:HEX fault2:HEX; may be given again")
+                   "mute:KEY fault1:HEX fault2:HEX; of the bootloader boot-silent:STEP (entry hi "
+                   "type erase switch block go) boot-wrong-type boot-erase:MS boot-erase-fails "
+                   "boot-no-switch boot-programme:MS boot-refuse:BLOCK boot-flash:BLOCK "
+                   "boot-start-fails; may be given again")
         ->allow_extra_args(false)
         ->type_name("SPEC");
     app.add_option("--set", line.settings, "Factory value of an object; may be given again")
@@ -91,11 +110,6 @@ int serve(const servo::dictionary::Store& store, const CommandLine& line) {
     Drive drive(store, line.drive);
     for (const std::string& complaint : drive.complaints()) {
         fmt::print(stderr, "drive-sim: {}\n", complaint);
-    }
-    if (line.drive.bootloader) {
-        fmt::print(stderr,
-                   "drive-sim: in the bootloader, whose dialogue is not built yet: the "
-                   "drive stays silent\n");
     }
     std::string error;
     auto pty = PtyLine::open(error);

@@ -10,10 +10,12 @@ using dictionary::Identity;
 // Service.
 inline constexpr Identity kErrorRegister = 0x100100;
 inline constexpr Identity kStatusRegister = 0x100200;
-inline constexpr Identity kErrorField = 0x100300;         // :00 count, :01 the newest
+inline constexpr Identity kErrorField = 0x100300;  // :00 count, :01 the newest
+inline constexpr Identity kSoftwareVersion = 0x100A00;
 inline constexpr Identity kStoreParameters = 0x101000;    // :01 to :04
 inline constexpr Identity kRestoreParameters = 0x101100;  // :01 to :04
-inline constexpr Identity kSerialBaud = 0x2FE200;         // divider
+inline constexpr Identity kFirmwareCheck = 0x1F5601;
+inline constexpr Identity kSerialBaud = 0x2FE200;  // divider
 inline constexpr Identity kSerialId = 0x2FE300;
 inline constexpr Identity kReplyDelay = 0x2FE400;  // 100 us
 inline constexpr Identity kReceiveErrors = 0x2FEA00;

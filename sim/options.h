@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "dictionary/keys.h"
+#include "sim/boot_options.h"
 
 namespace servo::sim {
 
@@ -47,15 +48,17 @@ struct Options {
     std::string values;          // text of a value table, in place of the file if not empty
     std::filesystem::path
         state_file;            // non-volatile memory between runs; empty: in the object only
-    bool bootloader = false;   // power up in the bootloader
+    bool bootloader = false;   // power up as after a transfer that broke off: in the bootloader
     std::uint16_t fault1 = 0;  // fault bits that are raised at every power-up
     std::uint16_t fault2 = 0;
     LineFaults faults;
+    BootOptions boot;
     std::vector<Setting> settings;
 };
 
 // Reads one fault of the command line ("drop:0.01", "delay:20", "silent", "abort:606300",
-// "fault1:0200" ...) into the options. Gives what is wrong with it, nothing when it is good.
+// "fault1:0200", "boot-silent:erase" ...) into the options. Gives what is wrong with it, nothing
+// when it is good.
 std::optional<std::string> add_fault(Options& options, std::string_view spec);
 
 // Reads "KEY=VALUE", KEY being six hexadecimal digits.

@@ -142,9 +142,9 @@ Abort ServiceCommands::accept(const Object& object, std::int64_t value) {
 
 Abort ServiceCommands::control_command(const Object& object, std::int64_t value) {
     if (object.id == ids::kRestart) {
-        if (value == kBootloader) return Abort::kState;
-        if (value != kRestart) return Abort::kRange;
+        if (value != kRestart && value != kBootloader) return Abort::kRange;
         wishes_.restart = true;
+        wishes_.bootloader = value == kBootloader;
         return Abort::kNone;
     }
     if (object.id == ids::kControlParameters && value == kInitialiseGroup) {

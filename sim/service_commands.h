@@ -4,7 +4,7 @@
 //   1011:01..04 := "load"   the same groups' factory values into memory; in force after a restart
 //   2FF0:01 := 1 or 10      store the control parameters; reset them to their factory values
 //   2FF0:02, :03 := 1       store the communication, the motor parameters
-//   2FFF:00 := 0xAA55       restart
+//   2FFF:00 := 0xAA55       restart; 0x55AA: restart into the bootloader
 #pragma once
 
 #include <chrono>
@@ -24,6 +24,7 @@ class ServiceCommands : public Subsystem {
     // What the last commands ask of the drive as a whole.
     struct Wishes {
         bool restart = false;
+        bool bootloader = false;  // the restart leads there
         bool memory_failed = false;
         std::chrono::microseconds busy{0};  // the drive does nothing else for that long
     };

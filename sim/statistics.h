@@ -20,6 +20,12 @@ struct Statistics {
     std::uint64_t doubled = 0;
     std::uint64_t lost_bytes = 0;
     std::uint64_t doubled_bytes = 0;
+    // Of the bootloader.
+    std::uint64_t commands = 0;    // lines that it took as a command or a type word
+    std::uint64_t blocks = 0;      // blocks that it stored
+    std::uint64_t refusals = 0;    // commands and blocks that it refused
+    std::uint64_t lost_input = 0;  // bytes that found its receive buffer full
+    std::uint64_t texts = 0;       // replies made, before any fault of the line
 };
 
 }  // namespace servo::sim

@@ -75,7 +75,7 @@ TEST_P(AccessibleNames, EveryControlOfTheWindowHasOne) {
 
 INSTANTIATE_TEST_SUITE_P(Windows, AccessibleNames,
                          ::testing::Values("Basic", "TPDOSet", "ObjectDictionay", "modbus",
-                                           "Motorcodes", "Form1", "About", "Scope"),
+                                           "Motorcodes", "Form1", "About", "Scope", "Download"),
                          [](const auto& test) { return std::string(test.param); });
 
 TEST(AccessibleNames, OfAGridFollowsTheLanguage) {

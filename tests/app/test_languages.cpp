@@ -60,6 +60,8 @@ constexpr OneLanguage kAllowed[] = {
      "these columns have one header, which is shown in both languages"},
     {"Scope\\.Label[XY][12]\\.text", "[XY][12]", "the names of the cursors"},
     {"Scope\\.Label(18|31)\\.text", "[0-9.]*[um]s", "a time with its unit"},
+    {"Download\\.Command5\\.text", "选择Ini", "the button has one caption"},
+    {"Download\\.(Label1|Label13)\\.text", "NULL", "nothing is chosen yet"},
     {"modbus\\..*\\.header", "ModBus|Index|Sub|NameCH|NameEN|ATTR|Type",
      "the headers of the address table are the same in both languages"},
 };

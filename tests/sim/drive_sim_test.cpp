@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "sim/bootloader_bench.h"
 #include "sim/drive_bench.h"
 #include "sim/pty_line.h"
 
@@ -203,6 +204,45 @@ TEST_F(DriveSim, KeepsItsStateFileBetweenRuns) {
     EXPECT_EQ(ask({0x40, 0x00, 0x20, 0x01, 0, 0, 0, 0})[5], 33);
 }
 
+TEST_F(DriveSim, SpeaksAsABootloaderAtTheLinesRate) {
+    start({"--bootloader", "--type", "ZARN", "--baud", "9600"});
+    open_line();
+    const auto begin = Clock::now();
+    const std::string_view banner = "ZARN bootloader 1.3\r\n";
+    ASSERT_EQ(::write(line_, "hi\r", 3), 3);
+    const Bytes said = read_bytes(line_, banner.size());
+    EXPECT_EQ(std::string(said.begin(), said.end()), banner);
+    const std::chrono::duration<double> took = Clock::now() - begin;
+    EXPECT_GE(took.count(), static_cast<double>(3 + banner.size()) * 10 / 9600.0);
+}
+
+// A block is longer than what a terminal hands over at once.
+TEST_F(DriveSim, TakesAWholeImageAsABootloader) {
+    start({"--bootloader", "--speed", "20", "--fault", "boot-erase:10"});
+    open_line();
+    const auto say = [&](const std::string& line, std::string_view answer) {
+        const std::string sent = line + "\r";
+        ASSERT_EQ(::write(line_, sent.data(), sent.size()), static_cast<ssize_t>(sent.size()));
+        const Bytes said = read_bytes(line_, answer.size());
+        ASSERT_EQ(std::string(said.begin(), said.end()), answer);
+    };
+    say("QRL400", "right\r\n");
+    say("e", "erased success\r\n");
+    for (const std::string& block : image_blocks(ImageSpec{})) {
+        say("w", "switch to block receive mode\r\n");
+        say(block, "programme ok\r\n");
+    }
+    say("go", "");
+    Bytes answer;
+    for (int i = 0; i < 50 && answer.empty(); ++i) {
+        const Bytes request = frame(127, kRead);
+        ASSERT_EQ(::write(line_, request.data(), request.size()), 10);
+        pollfd wait{line_, POLLIN, 0};
+        if (poll(&wait, 1, 100) > 0) answer = read_bytes(line_, 10);
+    }
+    EXPECT_EQ(answer, frame(127, {0x4B, 0x00, 0x20, 0x03, 0x40, 0x9C, 0, 0}));
+}
+
 TEST_F(DriveSim, OptionsThatMayComeAgainAddUp) {
     start({"--fault", "abort:200003", "--fault", "fault1:0020", "--set", "200001=7", "--set",
            "200002=8"});
@@ -238,6 +278,10 @@ TEST_F(DriveSim, WrongUseIsRefused) {
     EXPECT_EQ(exit_status(data + "--set 6410=1"), 2);
     EXPECT_EQ(exit_status(data + "--id 256"), 2);
     EXPECT_EQ(exit_status(data + "--what"), 2);
+    EXPECT_EQ(exit_status(data + "--fault boot-silent:all"), 2);
+    for (const char* type : {"'A B'", "''", "go", "SEVENTEENLETTERSX"}) {
+        EXPECT_EQ(exit_status(data + "--type " + type), 2) << type;
+    }
     EXPECT_EQ(exit_status("--data " + (folder_ / "sim").string()), 4);
     EXPECT_EQ(exit_status("--help"), 0);
     std::ofstream(folder_ / "taken") << "x";

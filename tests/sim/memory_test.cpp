@@ -187,9 +187,6 @@ TEST(Restart, AnotherValueIsRefused) {
     DriveBench bench;
     EXPECT_FALSE(bench.write(0x2FFF00, 0x1234, 2));
     EXPECT_EQ(bench.refusal(), 0x06090030U);
-    // There is no bootloader yet that it could go to.
-    EXPECT_FALSE(bench.write(0x2FFF00, 0x55AA, 2));
-    EXPECT_EQ(bench.refusal(), 0x08000022U);
 }
 
 TEST(Restart, RequestsOnTheWayAreLost) {

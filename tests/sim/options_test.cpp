@@ -44,6 +44,41 @@ TEST(FaultOption, NonsenseIsSaidAndChangesNothing) {
     EXPECT_EQ(options.fault1, 0);
 }
 
+TEST(FaultOption, EachOfTheBootloaderIsTaken) {
+    Options options;
+    for (const char* spec :
+         {"boot-silent:entry", "boot-silent:hi", "boot-silent:type", "boot-silent:erase",
+          "boot-silent:switch", "boot-silent:block", "boot-silent:go", "boot-wrong-type",
+          "boot-erase-fails", "boot-no-switch", "boot-start-fails", "boot-erase:0",
+          "boot-programme:25", "boot-refuse:1", "boot-flash:256"}) {
+        EXPECT_EQ(add_fault(options, spec), std::nullopt) << spec;
+    }
+    const BootOptions& boot = options.boot;
+    EXPECT_EQ(boot.silent.size(), 7U);
+    EXPECT_TRUE(boot.wrong_type && boot.erase_fails && boot.no_switch && boot.start_fails);
+    EXPECT_EQ(boot.erase_time.count(), 0);
+    EXPECT_EQ(boot.programme_time.count(), 25);
+    EXPECT_EQ(boot.refused_block, 1U);
+    EXPECT_EQ(boot.flash_block, 256U);
+}
+
+TEST(FaultOption, NonsenseOfTheBootloaderIsSaidAndChangesNothing) {
+    Options options;
+    for (const char* spec : {"boot-silent", "boot-silent:", "boot-silent:all", "boot-wrong-type:1",
+                             "boot-erase", "boot-erase:", "boot-erase:-1", "boot-erase:99999999",
+                             "boot-programme:x", "boot-refuse:0", "boot-refuse:257",
+                             "boot-flash:", "boot-start-fails:0", "boot-", "boot"}) {
+        EXPECT_TRUE(add_fault(options, spec)) << spec;
+    }
+    EXPECT_TRUE(options.boot.silent.empty());
+    EXPECT_FALSE(options.boot.wrong_type);
+    EXPECT_FALSE(options.boot.start_fails);
+    EXPECT_EQ(options.boot.erase_time.count(), 2560);
+    EXPECT_EQ(options.boot.programme_time.count(), 10);
+    EXPECT_FALSE(options.boot.refused_block);
+    EXPECT_FALSE(options.boot.flash_block);
+}
+
 TEST(SettingOption, TakesAllBehindTheFirstEqualsSign) {
     Options options;
     EXPECT_EQ(add_setting(options, "100800=a = b"), std::nullopt);

@@ -5,11 +5,12 @@
 #   ARGUMENTS further options of the program, separated by commas
 #   STATUS    the status that it must end with (0)
 #   OUTPUT    what standard output must be, line by line; several lines separated by "\n" (nothing)
+#   FILES     files that are copied into the folder first, separated by commas
 #   PICTURES  files that must be there in the end, separated by commas
 if(NOT DEFINED STATUS)
     set(STATUS 0)
 endif()
-foreach(list ARGUMENTS PICTURES)
+foreach(list ARGUMENTS FILES PICTURES)
     string(REPLACE "," ";" ${list} "${${list}}")
 endforeach()
 
@@ -22,6 +23,10 @@ foreach(name qorlan.dat Servo.dat modbus.txt sim)
     if(EXISTS ${tree}/${name})
         file(CREATE_LINK ${tree}/${name} ${FOLDER}/data/${name} SYMBOLIC)
     endif()
+endforeach()
+
+foreach(file ${FILES})
+    file(COPY ${file} DESTINATION ${FOLDER})
 endforeach()
 
 execute_process(
