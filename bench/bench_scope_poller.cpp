@@ -143,8 +143,10 @@ class Bench {
         int moves = 0;
         PaintCount count;
         window_.findChild<QWidget*>(QStringLiteral("Picture1"))->installEventFilter(&count);
-        QObject::connect(&repaint, &QTimer::timeout, &window_,
-                         [this, &moves] { scope_.mouse().shift(moves++ % 2 == 0 ? 16 : -16); });
+        QObject::connect(&repaint, &QTimer::timeout, &window_, [this, &moves] {
+            scope_.mouse().shift(moves++ % 2 == 0 ? 16 : -16);
+            window_.refresh_now();
+        });
         for (int turn = 0; turn < kTurns; ++turn) {
             rates.still += rate() / kTurns;
             watch.listening = true;
