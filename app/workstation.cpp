@@ -89,7 +89,9 @@ Workstation::Workstation(const Surroundings& given)
              .dictionary = dictionary,
              .notice = notice,
              .language = language,
-             .link_open = [this] { return communication.link_open(); }}),
+             // A recording begun now would send its set-up into a firmware transfer.
+             .link_open =
+                 [this] { return communication.link_open() && !download.transfer_running(); }}),
       download_rows(kDownloadRows, page_services(*this)),
       download({.engine = engine,
                 .notice = notice,
@@ -99,7 +101,12 @@ Workstation::Workstation(const Surroundings& given)
                     [this](const firmware::FileQuestion& question) {
                         return ask_firmware_file ? ask_firmware_file(question) : std::nullopt;
                     },
-                .software_version = [this] { return software_version(download_rows); }}) {
+                // A string that is still coming in is no version yet.
+                .software_version =
+                    [this] {
+                        return engine.state.is_access_str != 0 ? download.data().Label18
+                                                               : software_version(download_rows);
+                    }}) {
     engine.set_link_control(&communication);
     engine.set_scope(&scope.acquisition());
     make_windows(*this);

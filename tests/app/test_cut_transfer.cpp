@@ -71,6 +71,15 @@ TEST_F(CutTransfer, GarbageInTheFileIsNoHarm) {
     EXPECT_FALSE(workstation.download.advice_text().empty());
 }
 
+TEST_F(CutTransfer, NoRecordingBeginsWhileOneRuns) {
+    run_to(6);
+    notice.boxes.clear();
+    workstation.scope.Command6_Click();
+    EXPECT_FALSE(workstation.scope.data().sampling);
+    ASSERT_EQ(notice.boxes.size(), 1U);
+    EXPECT_EQ(notice.boxes[0].second, "Please Set the Communication first!");
+}
+
 TEST_F(CutTransfer, WithoutOneNothingIsToldOrWritten) {
     ASSERT_TRUE(MDIForm_Load(workstation));
     EXPECT_FALSE(workstation.download.result());
