@@ -5,7 +5,6 @@
 
 using namespace servo;
 using namespace servo::test;
-using base::Language;
 
 namespace {
 
