@@ -89,9 +89,8 @@ Workstation::Workstation(const Surroundings& given)
              .dictionary = dictionary,
              .notice = notice,
              .language = language,
-             // A recording begun now would send its set-up into a firmware transfer.
-             .link_open =
-                 [this] { return communication.link_open() && !download.transfer_running(); }}),
+             .link_open = [this] { return communication.link_open(); },
+             .transfer_running = [this] { return download.transfer_running(); }}),
       download_rows(kDownloadRows, page_services(*this)),
       download({.engine = engine,
                 .notice = notice,

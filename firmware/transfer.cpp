@@ -319,7 +319,8 @@ void FirmwareTransfer::succeed() {
     link::Timer& timer = engine_.timer();
     timer.set_enabled(false);
     timer.set_interval(link::kTickMilliseconds);
-    timer.set_enabled(true);
+    // The link may have been closed while the box was open; then there is nothing to tick for.
+    timer.set_enabled(engine_.port().is_open());
     state_.InputLen = link::kFrameReadLength;
     engine_.clear_queues();
     end(result);

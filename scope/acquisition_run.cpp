@@ -14,6 +14,10 @@ namespace {
 constexpr base::Text kClosedTitle{"提示", "Notice"};
 constexpr base::Text kClosedText{"请先打开通信连接!", "Please Set the Communication first!"};
 
+// Addition: nothing of a run could reach the drive, and a set-up that did would spoil its firmware.
+constexpr base::Text kTransferText{"固件下载正在进行，结束后才能采样。",
+                                   "A firmware download is under way. Sample when it has ended."};
+
 constexpr std::chrono::milliseconds kStartPause{3};
 constexpr std::uint8_t kReread = 5;
 constexpr std::uint8_t kPolls = 12;  // until the other status lanes have their turn
@@ -47,6 +51,11 @@ void Acquisition::Command6_Click() {
     if (!services_.link_open()) {
         services_.notice.show(kClosedTitle.in(services_.language),
                               kClosedText.in(services_.language));
+        return;
+    }
+    if (services_.transfer_running && services_.transfer_running()) {
+        services_.notice.show(kClosedTitle.in(services_.language),
+                              kTransferText.in(services_.language));
         return;
     }
     data_.rowBytes = row_bytes();

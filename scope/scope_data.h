@@ -23,6 +23,8 @@ struct ScopeServices {
     base::Notice& notice;
     const base::Language& language;
     std::function<bool()> link_open;  // the connect button offers to close the link
+    // The line belongs to a firmware transfer. May be empty, where there is none.
+    std::function<bool()> transfer_running = {};
 };
 
 enum class Cursor : std::uint8_t { kX1, kX2, kY1, kY2 };

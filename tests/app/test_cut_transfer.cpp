@@ -77,7 +77,12 @@ TEST_F(CutTransfer, NoRecordingBeginsWhileOneRuns) {
     workstation.scope.Command6_Click();
     EXPECT_FALSE(workstation.scope.data().sampling);
     ASSERT_EQ(notice.boxes.size(), 1U);
-    EXPECT_EQ(notice.boxes[0].second, "Please Set the Communication first!");
+    EXPECT_EQ(notice.boxes[0].first, "Notice");
+    EXPECT_EQ(notice.boxes[0].second, "A firmware download is under way. Sample when it has ended.")
+        << "nobody is sent to the link's dialog, where he would close the link";
+    workstation.scope.Command7_Click();
+    EXPECT_FALSE(workstation.scope.data().sampling);
+    EXPECT_EQ(workstation.engine.state.scopeState, 0);
 }
 
 TEST_F(CutTransfer, WithoutOneNothingIsToldOrWritten) {

@@ -182,6 +182,21 @@ TEST_F(DownloadForm, SecondPressOfStartDuringATransferDoesNothing) {
     EXPECT_EQ(data().step3_cnt, ticks);
 }
 
+TEST_F(DownloadForm, PressDuringATransferReadsAChangedFileButSendsTheOneThatWasStarted) {
+    load(4120 * 2);
+    drive.in_bootloader = true;
+    start();
+    ASSERT_TRUE(run_until([this] { return drive.blocks == 1; }));
+    put_image(payload(4120 * 3));
+    dates[folder / "a.servo"] = *data().file_date + 1s;
+    download.Command4_Click();
+    EXPECT_EQ(firmware::highest_index(*data().fw_blocks), 3U);
+    EXPECT_EQ(data().fw_block_index, 1) << "nothing begins anew";
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(ended(), TransferEnd::kDone);
+    EXPECT_EQ(drive.stored, payload(4120 * 2));
+}
+
 TEST_F(DownloadForm, LoadingDuringATransferIsRefused) {
     load(4120);
     start();
@@ -284,10 +299,30 @@ TEST_F(DownloadForm, EveryControlWithAFixedTextHasIt) {
     std::map<std::string_view, std::string_view> texts;
     for (const auto& [control, text] : firmware::control_texts())
         texts[control] = text;
-    EXPECT_EQ(texts["Command1"], "加载文件/Load File");
-    EXPECT_EQ(texts["Command4"], "下载/Download");
-    EXPECT_EQ(texts["Command5"], "选择Ini");
-    EXPECT_EQ(texts["Label16"], "当前固件校验码/Current FW CRC:");
+    EXPECT_EQ(firmware::kDownloadCaption, "固件下载/Load Firmware");
+    const std::map<std::string_view, std::string_view> told{
+        {"Command1", "加载文件/Load File"},
+        {"Command2", "读取CRC/Read CRC"},
+        {"Command4", "下载/Download"},
+        {"Command5", "选择Ini"},
+        {"Check1", "批量下载/Download a lot"},
+        {"Label4", "软件版本:/Software Version"},
+        {"Label5", "产品名称/ProductName"},
+        {"Label6", "固件名称/FW Name"},
+        {"Label7", "产品条码/ProductSN"},
+        {"Label9", "条码比较值/SN Comp."},
+        {"Label11", "条码长度/SN Length"},
+        {"Label14", "比较位置/ComparePos"},
+        {"Label16", "当前固件校验码/Current FW CRC:"},
+        {"Label13", "NULL"},
+        {"Text5", "NULL"},
+        {"Label1", "NULL"},
+        {"Label19",
+         "注意：如果在下载过程中通讯中断，请先对驱动器重新上电，然后先点击[下载]按钮，再打开通讯，"
+         "否则无法正常下载。/Note:if the communication break while downloading,please first "
+         "power-on again,then press [Download] button,and finally connect.Otherwise will fail."}};
+    for (const auto& [control, text] : told)
+        EXPECT_EQ(texts[control], text) << control;
     EXPECT_EQ(std::count(texts["Label19"].begin(), texts["Label19"].end(), '/'), 1)
         << "a second slash would cut the advice";
 }

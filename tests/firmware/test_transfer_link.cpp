@@ -1,6 +1,7 @@
 // A transfer and its surroundings: the link opened and closed under it, other jobs, windows'
 // writes.
 #include "support/fake_drive.h"
+#include "support/fakes.h"
 #include "transfer_bench.h"
 
 using namespace servo;
@@ -124,6 +125,36 @@ TEST_F(TransferAndLink, NoOtherJobHasAWordDuringATransfer) {
     EXPECT_EQ(log, (std::vector<std::string>{"configuration warm", "configuration warm",
                                              "configuration warm"}))
         << "they begin when it has ended";
+}
+
+TEST_F(TransferAndLink, RecordingUnderWayHasNoWordEither) {
+    FakeScope scope;
+    scope.visible = scope.sampling = true;
+    scope.key = 0x23000704;
+    engine.set_scope(&scope);
+    load(4120 * 2);
+    drive.in_bootloader = true;
+    start();
+    state.status_lane = 2;
+    state.scopeState = 2;
+    ASSERT_TRUE(until_step(8));
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(scope.steps, 0);
+    EXPECT_TRUE(scope.frames.empty());
+    EXPECT_EQ(drive.stored, payload(4120 * 2));
+    EXPECT_EQ(state.scopeState, 2) << "its own business";
+    EXPECT_EQ(state.status_lane, 0) << "first the new drive's operands";
+}
+
+TEST_F(TransferAndLink, DialogueIsOnTheSerialLineWhateverChannelIsSelected) {
+    load(4120);
+    drive.in_bootloader = true;
+    open_link();
+    state.channel = 1;
+    start();
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(ended(), TransferEnd::kDone);
+    EXPECT_EQ(drive.stored, payload(4120));
 }
 
 TEST_F(TransferAndLink, PollerIsSilentDuringATransfer) {
