@@ -75,7 +75,7 @@ int main(int argc, char** argv) {
         bench::let_pass(20ms);
     const double taken = static_cast<double>(watch.nsecsElapsed()) * 1e-9;
 
-    const auto blocks = static_cast<double>(download.data().fw_blocks.size()) - 1;
+    const auto blocks = static_cast<double>(download.data().fw_blocks->size()) - 1;
     const double least = blocks * 4120 / kBytesPerSecond;
     std::printf("%.0f blocks, line's minimum %.1f s, taken %.1f s; by step:\n", blocks, least,
                 taken);
