@@ -37,29 +37,35 @@ ExitStatus run_on_link(const Options& options, const std::vector<Target>& target
     return ExitStatus::kWrongUse;
 }
 
+// A command that is a job of the engine, on an open link.
+template <typename Run>
+ExitStatus on_engine(const Options& options, Environment& environment, const Output& output,
+                     const Run& run) {
+    const OpenedLink opened = environment.open_link(options);
+    if (opened.session == nullptr || opened.engine == nullptr) {
+        output.message("servoctl: " + opened.error);
+        return opened.status;
+    }
+    return run(*opened.engine, *opened.session);
+}
+
 ExitStatus record(const Options& options, const dictionary::Store& dictionary,
                   Environment& environment, const Output& output) {
     const std::optional<RecordTargets> targets = find_record_targets(options, dictionary, output);
     if (!targets) return ExitStatus::kWrongUse;
     const ExitStatus wrong = check_record(options, *targets, output);
     if (wrong != ExitStatus::kDone) return wrong;
-    const OpenedLink link = environment.open_link(options);
-    if (link.session == nullptr || link.engine == nullptr) {
-        output.message("servoctl: " + link.error);
-        return link.status;
-    }
-    return run_record(options, *targets, dictionary, *link.engine, *link.session, output);
+    return on_engine(options, environment, output, [&](link::Engine& engine, LinkSession& session) {
+        return run_record(options, *targets, dictionary, engine, session, output);
+    });
 }
 
 ExitStatus flash(const Options& options, Environment& environment, const Output& output) {
     const ExitStatus wrong = check_flash(options, output);
     if (wrong != ExitStatus::kDone) return wrong;
-    const OpenedLink link = environment.open_link(options);
-    if (link.session == nullptr || link.engine == nullptr) {
-        output.message("servoctl: " + link.error);
-        return link.status;
-    }
-    return run_flash(options, *link.engine, *link.session, output);
+    return on_engine(options, environment, output, [&](link::Engine& engine, LinkSession& session) {
+        return run_flash(options, engine, session, output);
+    });
 }
 
 // Everything that can be refused by the dictionary alone is refused before a line is touched.
