@@ -1,0 +1,1 @@
+#include "tuner/advanced_tuner.h"

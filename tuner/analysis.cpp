@@ -1,0 +1,1 @@
+#include "tuner/analysis.h"

@@ -1,0 +1,1 @@
+#include "tuner/bode_file.h"

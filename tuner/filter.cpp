@@ -1,0 +1,1 @@
+#include "tuner/filter.h"

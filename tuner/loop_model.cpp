@@ -1,0 +1,1 @@
+#include "tuner/loop_model.h"

@@ -1,0 +1,1 @@
+#include "tuner/picture_geometry.h"
