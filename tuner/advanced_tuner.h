@@ -73,7 +73,7 @@ class AdvancedTuner final : public link::Window, private ScanObserver {
 
   private:
     void scan_moved() override;
-    void scan_ended() override;
+    void scan_ended(bool finished) override;
     void analyse();
     void tell_controls();
     void tell_picture();

@@ -21,7 +21,9 @@ class ScanObserver {
     virtual ~ScanObserver() = default;
 
     virtual void scan_moved() = 0;  // a step or an entry further
-    virtual void scan_ended() = 0;  // finished, FirstAnalyse has run; or the link was closed
+    // `finished`: both blocks are read, FirstAnalyse can run (the observer's affair). Otherwise the
+    // link was closed or the scan was given up.
+    virtual void scan_ended(bool finished) = 0;
 };
 
 class FrequencyScan final : public link::Job {
