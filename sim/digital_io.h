@@ -109,7 +109,14 @@ class DigitalInputs : public Subsystem {
     using Groups = std::array<std::uint16_t, 3>;
     static constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
 
+    struct Pulse {
+        std::int64_t steps = 0;  // 0: none
+        std::int64_t ends = 0;   // kNever until the first look
+    };
+
     static bool in(const Groups& groups, InputFunction function);
+    void put(int pin, bool high);
+    void end_pulses(std::int64_t step);
     bool look_now(std::int64_t step);
     void filter(std::int64_t step);
     Groups functions(std::uint8_t state) const;
@@ -125,15 +132,16 @@ class DigitalInputs : public Subsystem {
     std::array<Object*, kInputPins> functions_{};
     std::vector<Object*> counters_;
 
-    std::uint8_t levels_ = 0;                            // at the pins
-    std::uint8_t accepted_ = 0;                          // after the filter
-    std::uint8_t state_ = 0;                             // after polarity and simulation
-    std::array<std::int64_t, kInputPins> since_{};       // step from which the level has stood
-    std::array<std::int64_t, kInputPins> pulse_ends_{};  // kNever: no pulse
+    std::uint8_t levels_ = 0;                       // at the pins
+    std::uint8_t seen_ = 0;                         // at the pins, as of the last look
+    std::uint8_t accepted_ = 0;                     // after the filter
+    std::uint8_t state_ = 0;                        // after polarity and simulation
+    bool reassigned_ = false;                       // a function object was written
+    std::array<std::int64_t, kInputPins> since_{};  // step from which the level has stood
+    std::array<Pulse, kInputPins> pulses_{};
     Groups now_{};
     Groups before_{};
     Groups at_once_{};
-    std::int64_t step_ = 0;
     std::int64_t due_ = 0;
 };
 
