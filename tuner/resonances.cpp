@@ -1,0 +1,1 @@
+#include "tuner/resonances.h"

@@ -1,0 +1,1 @@
+#include "tuner/step_response.h"
