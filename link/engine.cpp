@@ -137,6 +137,8 @@ void Engine::link_opened() {
         state.download_active = 0;
         state.download_step = 0;
     }
+    for (StatusListener* listener : listeners_)
+        listener->link_changed(true);
 }
 
 void Engine::link_closed() {
@@ -147,6 +149,8 @@ void Engine::link_closed() {
     state.download_step = 0;
     state.scanRequested = 0;
     state.scanStep = 0;
+    for (StatusListener* listener : listeners_)
+        listener->link_changed(false);
 }
 
 }  // namespace servo::link

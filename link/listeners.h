@@ -10,7 +10,7 @@
 
 namespace servo::link {
 
-// Every call comes from inside a tick.
+// Every call but the last comes from inside a tick.
 class StatusListener {
   public:
     StatusListener() = default;
@@ -24,6 +24,8 @@ class StatusListener {
     virtual void firmware_check(std::string_view /*text*/) {}
     // Lane 1: a read answer (4F, 4B or 43) of one of its objects; the data start at payload byte 4.
     virtual void lane1_answer(Identity /*object*/, const Payload& /*payload*/) {}
+    // The link has been opened, or is being closed: what was heard so far is as old as that.
+    virtual void link_changed(bool /*open*/) {}
 };
 
 // The oscilloscope's acquisition runs inside the poller, in lane 2. `scopeState` is in EngineState.
