@@ -1,0 +1,140 @@
+#include "tools/configuration.h"
+
+#include <chrono>
+#include <utility>
+
+#include "base/file.h"
+#include "tools/drive_commands.h"
+
+namespace servo::tools {
+
+namespace {
+
+constexpr base::Text kNoSource{"cdi文件未选择!", "Did not chose any cdi file!"};
+constexpr base::Text kNoTemplate{"cdo文件未选择!", "Did not chose any cdo file!"};
+
+// The drive misses a command that comes while it is busy; there is no answer to tell.
+constexpr int kStoreTimes = 3;
+constexpr std::chrono::milliseconds kStorePause{200};
+
+std::string shown_path(const std::filesystem::path& file) {
+    const auto text = file.u8string();
+    return {text.begin(), text.end()};
+}
+
+}  // namespace
+
+ImExport::ImExport(ConfigurationServices services)
+    : link::Window("imexport"),
+      services_(std::move(services)),
+      job_(data_, services_.engine, *this) {
+    data_.write_result = kNoPath;
+    data_.read_result = kNoPath;
+    services_.engine.add_job(link::JobPlace::kConfiguration, job_);
+}
+
+ImExport::~ImExport() {
+    services_.engine.remove_job(link::JobPlace::kConfiguration, job_);
+}
+
+// --- Files
+
+void ImExport::Command1_Click() {
+    const auto chosen = services_.ask_file(
+        {.save = false, .kind = "cdi", .suffix = "cdi", .suggestion = source_file_});
+    if (chosen) load_source(*chosen);
+}
+
+void ImExport::Command8_Click() {
+    const auto chosen = services_.ask_file({.save = false,
+                                            .kind = "cdo",
+                                            .suffix = "cdo",
+                                            .suggestion = services_.folder / kTemplateName});
+    if (chosen) load_template(*chosen);
+}
+
+bool ImExport::load_source(const std::filesystem::path& file) {
+    if (locked_ || running()) return false;
+    const auto bytes = base::read_file(file);
+    if (!bytes) return false;
+    data_.ProgressBar1 = 0;
+    data_.source = read_cdi(*bytes, services_.dictionary);
+    data_.write_result = shown_path(file);
+    source_file_ = file;
+    tell();
+    return true;
+}
+
+bool ImExport::load_template(const std::filesystem::path& file) {
+    if (locked_ || running()) return false;
+    const auto bytes = base::read_file(file);
+    if (!bytes) return false;
+    data_.ProgressBar2 = 0;
+    data_.driver = read_cdo(*bytes, services_.dictionary);
+    data_.read_result = shown_path(file);
+    template_file_ = file;
+    tell();
+    return true;
+}
+
+void ImExport::Command6_Click() {
+    const auto chosen =
+        services_.ask_file({.save = true, .kind = "cdi", .suffix = "cdi", .suggestion = {}});
+    // A file that cannot be written is left as it was, without a word.
+    if (chosen) base::write_file(*chosen, write_cdi(data_.driver));
+}
+
+// --- Jobs
+
+void ImExport::Command2_Click() {
+    if (source_file_.empty()) {
+        say(kNoSource);
+        return;
+    }
+    job_.start_write();
+    lock();
+    tell();
+}
+
+void ImExport::Command7_Click() {
+    if (template_file_.empty()) {
+        say(kNoTemplate);
+        return;
+    }
+    job_.start_read();
+    lock();
+    tell();
+}
+
+void ImExport::row_done(std::size_t row) {
+    if (row_changed) row_changed(row);
+}
+
+// --- Commands
+
+void ImExport::Command3_Click() {
+    lock();
+    tell();
+    for (int time = 0; time < kStoreTimes; ++time) {
+        services_.engine.sendata2(kStoreAllKey, kStoreAllValue, 0);
+        services_.engine.clock().sleep(kStorePause);
+    }
+}
+
+void ImExport::Command4_Click() {
+    lock();
+    restart_drive(services_.engine);
+    tell();
+}
+
+void ImExport::Timer1_Timer() {
+    if (services_.engine.state.batch_mode != 0) return;
+    locked_ = false;
+    tell();
+}
+
+void ImExport::say(base::Text text) {
+    services_.notice.show(base::kNoticeTitle.in(services_.language), text.in(services_.language));
+}
+
+}  // namespace servo::tools

@@ -1,0 +1,97 @@
+// The window `imexport` without its window: a set of parameter values from a file into the drive,
+// or from the drive into a file.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/language.h"
+#include "base/notice.h"
+#include "dictionary/store.h"
+#include "link/engine.h"
+#include "link/window.h"
+#include "tools/configuration_job.h"
+
+namespace servo::tools {
+
+// A question for a file.
+struct ConfigurationFile {
+    bool save = false;
+    std::string_view kind;             // "cdi"
+    std::string_view suffix;           // "cdi" or "cdo"
+    std::filesystem::path suggestion;  // where the dialog opens; may be empty
+};
+inline constexpr std::string_view kTemplateName = "Servo_Settings.cdo";
+inline constexpr std::string_view kNoPath = "No path";
+
+// References outlive the window.
+struct ConfigurationServices {
+    link::Engine& engine;
+    const dictionary::Store& dictionary;
+    base::Notice& notice;
+    const base::Language& language;
+    const std::filesystem::path& folder;  // the program's own
+    // The path that the user chose; nothing when he cancelled.
+    std::function<std::optional<std::filesystem::path>(const ConfigurationFile&)> ask_file;
+};
+
+class ImExport final : public link::Window, private ConfigurationObserver {
+  public:
+    static constexpr int kLockMilliseconds = 4500;  // interval of Timer1
+
+    // Enters its job into the engine as the configuration job.
+    explicit ImExport(ConfigurationServices services);
+    ~ImExport() override;
+
+    base::Language language() const { return services_.language; }
+    const ConfigurationData& data() const { return data_; }
+
+    // Path or result of the write tab and of the read tab.
+    const std::string& Label2() const { return data_.write_result; }
+    const std::string& Label8() const { return data_.read_result; }
+
+    void Command1_Click();  // choose a .cdi
+    void Command2_Click();  // write to the drive
+    void Command3_Click();  // store, three times with 200 ms behind each
+    void Command4_Click();  // restart
+    void Command6_Click();  // export as .cdi
+    void Command7_Click();  // read from the drive
+    void Command8_Click();  // choose a .cdo
+    void Timer1_Timer();
+
+    // The buttons are disabled, and Timer1 runs.
+    bool locked() const { return locked_; }
+    bool running() const { return job_.active(); }
+
+    // The load actions with the file already chosen: dropped on the window, named on the command
+    // line. False when it cannot be opened; nothing changes then.
+    bool load_source(const std::filesystem::path& file);
+    bool load_template(const std::filesystem::path& file);
+    const std::filesystem::path& source_file() const { return source_file_; }
+    const std::filesystem::path& template_file() const { return template_file_; }
+
+    // Called after any change of texts, lock or grids; a changed row, from 0, of the grid in work.
+    std::function<void()> changed;
+    std::function<void(std::size_t row)> row_changed;
+
+  private:
+    void row_done(std::size_t row) override;
+    void job_ended() override { tell(); }
+    void lock() { locked_ = true; }
+    void say(base::Text text);
+    void tell() const {
+        if (changed) changed();
+    }
+
+    ConfigurationServices services_;
+    ConfigurationData data_;
+    ConfigurationTransfer job_;
+    std::filesystem::path source_file_;
+    std::filesystem::path template_file_;
+    bool locked_ = false;
+};
+
+}  // namespace servo::tools

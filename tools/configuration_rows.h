@@ -1,0 +1,62 @@
+// The two grids of the configuration window and their files: `.cdi` holds keys with values, `.cdo`
+// lists the keys to read. One record a line, fields separated by commas, no header.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dictionary/store.h"
+
+namespace servo::tools {
+
+// Words of the result columns.
+inline constexpr std::string_view kTrueWord = "True";
+inline constexpr std::string_view kFalseWord = "False";
+inline constexpr std::string_view kInvalidWord = "Invalid";
+inline constexpr std::string_view kIllegalWord = "Illegal";
+
+// Texts are those of the cells. `red` is the background of the whole row.
+struct SourceRow {
+    std::string Index;         // eight hexadecimal digits: index, sub-index, length in bits
+    std::string Source_Value;  // as it stands in the file
+    std::string Check_Value;   // what the drive answered to the write
+    std::string Result;        // "", "True", "False", "Invalid"
+    std::string name_ch;
+    std::string name_en;
+    bool red = false;
+    bool operator==(const SourceRow&) const = default;
+};
+
+struct DriverRow {
+    std::string Index;
+    std::string Driver_Value;  // decimal
+    std::string Result;        // "", "True", "False"
+    std::string name_ch;
+    std::string name_en;
+    bool operator==(const DriverRow&) const = default;
+};
+
+// The wire key of a row: its first six digits and the size of its last two. Nothing when these name
+// no size, or the rest is no number.
+std::optional<dictionary::WireKey> row_key(std::string_view Index);
+
+// Size code of the decoder for a row, unsigned; 0 when its last two digits name no size.
+int row_size(std::string_view Index);
+
+// A source value as it goes out: "0x" as the prefix of a hexadecimal number, 2147483648 and more
+// taken down by 4294967296, rounded to an integer. Nothing for a number beyond 32 bits.
+std::optional<std::int32_t> source_number(std::string_view Source_Value);
+
+// Loading ends at the first line that cannot be split into its fields. Such a line of a `.cdi` is
+// kept as an invalid row, so that the user sees where the file breaks off.
+std::vector<SourceRow> read_cdi(std::string_view bytes, const dictionary::Store& dictionary);
+std::vector<DriverRow> read_cdo(std::string_view bytes, const dictionary::Store& dictionary);
+
+// Every row, in the order of the grid.
+std::string write_cdi(const std::vector<DriverRow>& rows);
+
+}  // namespace servo::tools

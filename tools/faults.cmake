@@ -1,0 +1,1 @@
+list(APPEND TOOLS_SOURCES errors.cpp fault_table.cpp)

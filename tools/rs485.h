@@ -1,0 +1,72 @@
+// The window `RS485`: baud rate, stop bits and protocol of the drive's serial port, by drop-down
+// lists. The engine polls it like a page. Nothing is stored or restarted here.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/language.h"
+#include "dictionary/store.h"
+#include "link/engine.h"
+#include "link/window.h"
+
+namespace servo::tools {
+
+// A list of the window and what its items mean on the drive.
+struct SerialList {
+    std::string_view control;
+    base::Text label;
+    std::span<const std::string_view> items;
+    link::WireKey key = 0;        // 0: fixed, nothing is written
+    std::span<const int> values;  // of the items
+};
+// Combo1 to Combo5, in their order.
+std::span<const SerialList> serial_lists();
+
+class Rs485 final : public link::PollWindow {
+  public:
+    static constexpr int kEntries = 3;  // of the page file: Combo1, Combo4, Combo5
+
+    Rs485(link::Engine& engine, const dictionary::Store& dictionary, const base::Language& language)
+        : link::PollWindow("RS485"),
+          engine_(engine),
+          dictionary_(dictionary),
+          language_(language) {}
+
+    base::Language language() const { return language_; }
+
+    // The page file; false when it is not there.
+    bool load(const std::filesystem::path& folder);
+
+    bool custom() const override { return true; }
+    int get_ODS_Num() const override { return static_cast<int>(objects_.size()) - 1; }
+    link::Identity get_ods(int row) const override;
+    std::string_view get_odtype(int row) const override;
+    void set_ods(int row, double value) override;
+
+    // Position in the list of entry 0 to 2; -1 while nothing is selected.
+    int selection(int entry) const { return selections_.at(static_cast<std::size_t>(entry)); }
+    // A user's pick: the drive is written.
+    void pick(int entry, int list_index);
+
+    // Called when a selection has changed by the drive's word.
+    std::function<void()> changed;
+
+  private:
+    struct Object {
+        link::Identity identity = 0;
+        std::string type;
+    };
+    link::Engine& engine_;
+    const dictionary::Store& dictionary_;
+    const base::Language& language_;
+    std::vector<Object> objects_;
+    std::array<int, kEntries> selections_{-1, -1, -1};
+};
+
+}  // namespace servo::tools
