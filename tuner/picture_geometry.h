@@ -17,9 +17,17 @@ struct Surface {
 };
 
 int frequency_x(const Surface& surface, double frequency);  // Hz, 1 to 1000
-int gain_y(const Surface& surface, double gain);            // linear, above 0
-// The phase area is ours to scale: 0 degrees and +-180 degrees, see the .cpp.
+int gain_y(const Surface& surface, double gain);            // linear; 0 and below: far down
+// The gain area is the upper half of the surface, from `gain_range` dB to as much below 0 dB; the
+// phase area is the lower half: 180 degrees on the middle line, 0 three quarters down, -180 at the
+// lower edge. Phases are drawn folded: what lies outside of -180 to 180 is brought inside.
 int phase_y(const Surface& surface, double degrees);
+
+// Folded to -180 to 180 degrees; both ends stay what they are.
+double folded(double degrees);
+// Whether a curve that goes from the one phase to the other leaves the area at one edge and comes
+// back at the other, so that no line is drawn between them.
+bool folds_between(double degrees, double next_degrees);
 
 // 1 to 10 by 1, 20 to 100 by 10, 200 to 1000 by 100.
 const std::vector<int>& grid_frequencies();
@@ -32,8 +40,8 @@ double phase_at(const Surface& surface, int y);      // degrees
 // Texts under the pointer.
 struct PointerTexts {
     std::string Label15;  // "123.4 Hz"
-    std::string Label14;  // gain, "dB"
-    std::string Label37;  // phase, degrees
+    std::string Label14;  // "-12.3dB"
+    std::string Label37;  // "-90.0°"
 };
 PointerTexts pointer_texts(const Surface& surface, int x, int y);
 

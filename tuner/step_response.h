@@ -2,6 +2,7 @@
 // response. Method and limits: docs/decisions/tuner-model.md.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -24,7 +25,7 @@ struct StepResponse {
                                      // is a guess
 };
 
-enum class LoopKind { kVelocity, kPosition };
+enum class LoopKind : std::uint8_t { kVelocity, kPosition };
 
 // Empty before the first simulation, or with fewer than 4 points.
 StepResponse step_response(const TunerData& data, LoopKind loop);
