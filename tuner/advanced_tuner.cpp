@@ -65,8 +65,9 @@ std::string AdvancedTuner::Label36() const {
 std::string AdvancedTuner::progress_text() const {
     if (!scan_.active()) return {};
     const bool chinese = services_.language == base::Language::kChinese;
+    if (scan_.cancelling()) return chinese ? "正在停止扫频" : "Stopping the scan";
     if (scan_.measuring()) return chinese ? "驱动器正在测量" : "The drive measures";
-    const int points = data_.buffers.pointCount;
+    const int points = scan_.points();
     const int point = data_.scanMode == 0 ? data_.scanIndex : data_.scanIndex / 2;
     const int shown = std::min(point + 1, points);
     const int block = data_.scanMode == 0 ? 1 : 2;
@@ -135,8 +136,7 @@ void AdvancedTuner::scan_ended(bool finished) {
 }
 
 void AdvancedTuner::analyse() {
-    FirstAnalyse(data_.settings, data_.buffers, data_.analysis);
-    data_.analysed = true;
+    data_.analysed = FirstAnalyse(data_.settings, data_.buffers, data_.analysis);
     // The model belongs to the scan that it was computed from; filters stand on their own.
     data_.simulation.points = 0;
     data_.redraw_gain = data_.redraw_phase = data_.redraw_filters = true;
