@@ -29,6 +29,7 @@ class AutoReverse {
     enum class Phase : std::uint8_t { kStopped = 0, kForward = 1, kBackward = 2, kPause = 3 };
 
     void start(double position);
+    void stop() { phase_ = Phase::kStopped; }
 
     // Moves the profile on by one step. `position` is where the axis really is.
     void step(Profile& profile, const AutoReverseTargets& targets, double position);

@@ -1,5 +1,6 @@
 #include "sim/drive.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "sim/drive_parts.h"
@@ -88,6 +89,23 @@ void Drive::provoke_fault(std::uint16_t word1, std::uint16_t word2) {
 
 void Drive::set_load_torque(double newton_metres) {
     parts_->motion.set_load_torque(newton_metres);
+}
+
+void Drive::set_pin(int pin, bool high) {
+    parts_->motion.inputs().set_pin(pin, high);
+}
+
+void Drive::pulse_pin(int pin, microseconds time) {
+    // At least one step of 62.5 us.
+    parts_->motion.inputs().pulse_pin(pin, std::max<std::int64_t>(1, time.count() * 2 / 125));
+}
+
+std::uint8_t Drive::input_pins() const {
+    return parts_->motion.inputs().pins();
+}
+
+std::uint8_t Drive::output_pins() const {
+    return parts_->motion.outputs().pins();
 }
 
 void Drive::hold_load(bool hold) {

@@ -85,6 +85,14 @@ class Drive {
     // call.
     void set_load_torque(double newton_metres);
 
+    // Levels at the input pins, 0 to 7 for inputs 1 to 8: for good, or the other level for a while.
+    // In force with the model's next step.
+    void set_pin(int pin, bool high);
+    void pulse_pin(int pin, std::chrono::microseconds time);
+    // Bit i for pin i: levels at the inputs, and which outputs conduct.
+    std::uint8_t input_pins() const;
+    std::uint8_t output_pins() const;
+
     // Clamps the load, so that the motor can only twist the shaft.
     void hold_load(bool hold);
 

@@ -61,6 +61,8 @@ Drive::Parts::Parts(const dictionary::Store& store, Options given)
         complaints.push_back(
             fmt::format("{:06X}: can't be set to {}", setting.object, setting.value));
     }
+    for (int pin = 0; pin < kInputPins; ++pin)
+        motion.inputs().set_pin(pin, (options.pins >> pin & 1U) != 0);
     power_up(true);
 }
 

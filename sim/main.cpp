@@ -10,6 +10,7 @@
 
 #include "dictionary/store.h"
 #include "sim/drive.h"
+#include "sim/input_lines.h"
 #include "sim/options.h"
 #include "sim/pty_host.h"
 #include "sim/pty_line.h"
@@ -32,6 +33,7 @@ struct CommandLine {
     std::filesystem::path link;
     std::vector<std::string> faults;
     std::vector<std::string> settings;
+    std::string pins;
     int id = 127;
     long turnaround = 300;
 };
@@ -78,6 +80,8 @@ void describe(CLI::App& app, CommandLine& line) {
     app.add_option("--set", line.settings, "Factory value of an object; may be given again")
         ->allow_extra_args(false)
         ->type_name("KEY=VALUE");
+    app.add_option("--din", line.pins, "Levels at the digital inputs, input 8 first")
+        ->type_name("LEVELS");
     app.add_option("--seed", line.drive.seed, "Of faults and noise")->type_name("N");
     app.add_option("--speed", line.host.speed, "Seconds of the drive for each second")
         ->check(CLI::Range(0.001, 1000.0))
@@ -96,6 +100,11 @@ bool read_texts(CommandLine& line) {
     }
     for (const std::string& setting : line.settings) {
         if (auto error = servo::sim::add_setting(line.drive, setting)) wrong.push_back(*error);
+    }
+    if (!line.pins.empty()) {
+        const auto pins = servo::sim::parse_pins(line.pins);
+        if (!pins) wrong.push_back(line.pins + ": eight digits 0 or 1 are needed");
+        line.drive.pins = pins.value_or(0);
     }
     for (const std::string& error : wrong)
         fmt::print(stderr, "drive-sim: {}\n", error);

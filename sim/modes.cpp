@@ -50,10 +50,12 @@ void Modes::start(Mode mode, const Axis& axis) {
     profile_.set(position, axis.speed());
     target_ = position;
     waiting_.reset();
+    own_limits_.reset();
     moving_ = false;
     stopped_ = false;
     speed_reached_ = false;
     held_ = false;
+    blocked_ = false;
     current_ = axis.current_demand();
     auto_reverse_.start(position);
     cyclic_seen_ = mode == Mode::kInterpolated ? targets_.interpolated : targets_.position;
@@ -107,13 +109,46 @@ SetPoint Modes::step(const Axis& axis) {
 
 SetPoint Modes::position_step() {
     const double before = profile_.speed();
-    if (!moving_) {
-        profile_.step_speed(0.0, targets_.profile);
-    } else if (profile_.step_to(target_, targets_.profile)) {
+    const ProfileLimits limits = own_limits_.value_or(targets_.profile);
+    blocked_ = moving_ && blocks(target_ - profile_.position());
+    if (blocked_) {
+        // What the switch does not let be reached is forgotten: the way back is another target.
+        moving_ = false;
+        waiting_.reset();
+        brake_at_switch();
+    } else if (!moving_) {
+        blocked_ = blocks(profile_.speed());
+        if (blocked_) brake_at_switch();
+        if (!blocked_) profile_.step_speed(0.0, limits);
+    } else if (profile_.step_to(target_, limits)) {
         moving_ = waiting_.has_value();
         if (moving_) target_ = *std::exchange(waiting_, std::nullopt);
     }
     return position_set_point(before);
+}
+
+bool Modes::blocks(double direction) const {
+    if (mode_ == Mode::kHoming) return false;
+    return (direction > 0.0 && switches_.positive) || (direction < 0.0 && switches_.negative);
+}
+
+void Modes::brake_at_switch() {
+    const double rate = switches_.deceleration;
+    profile_.step_speed(0.0, {std::abs(profile_.speed()), rate, rate});
+}
+
+void Modes::move(double target, const ProfileLimits& limits) {
+    waiting_.reset();
+    target_ = bounded(target);
+    own_limits_ = limits;
+    moving_ = true;
+}
+
+void Modes::end_move(double deceleration) {
+    waiting_.reset();
+    moving_ = false;
+    const double rate = deceleration > 0.0 ? deceleration : targets_.profile.deceleration;
+    own_limits_ = ProfileLimits{std::abs(profile_.speed()), rate, rate};
 }
 
 // Straight lines between the targets that come in, each in one cycle. What stood in the object
@@ -129,7 +164,13 @@ SetPoint Modes::cyclic_step(double target) {
     cyclic_part_ = std::min(1.0, cyclic_part_ + kStepSeconds / targets_.cycle);
     const double position = cyclic_from_ + (cyclic_to_ - cyclic_from_) * cyclic_part_;
     const double most = targets_.speed_profile.speed * kStepSeconds;
-    const double moved = std::clamp(position - profile_.position(), -most, most);
+    double moved = std::clamp(position - profile_.position(), -most, most);
+    blocked_ = blocks(moved);
+    if (blocked_) {
+        const double left = std::abs(before) - switches_.deceleration * kStepSeconds;
+        const double rest = blocks(before) ? std::max(left, 0.0) * kStepSeconds : 0.0;
+        moved = std::clamp(moved, -rest, rest);
+    }
     profile_.set(profile_.position() + moved, moved / kStepSeconds);
     return position_set_point(before);
 }
@@ -140,10 +181,13 @@ SetPoint Modes::speed_step(const Axis& axis, bool ramp) {
     double wanted = targets_.speed;
     held_ = (targets_.highest && place >= *targets_.highest && wanted > 0.0) ||
             (targets_.lowest && place <= *targets_.lowest && wanted < 0.0);
-    if (held_) wanted = 0.0;
+    blocked_ = blocks(wanted);
+    if (held_ || blocked_) wanted = 0.0;
     const double most = targets_.speed_profile.speed;
     wanted = std::clamp(wanted, -most, most);
-    if (ramp) {
+    if (blocked_) {
+        brake_at_switch();
+    } else if (ramp) {
         profile_.step_speed(wanted, targets_.speed_profile);
     } else {
         profile_.set(place, wanted);
@@ -159,6 +203,14 @@ SetPoint Modes::torque_step(const Axis& axis) {
     const double left = targets_.current - current_;
     current_ += most <= 0.0 ? left : std::clamp(left, -most, most);
     speed_reached_ = current_ == targets_.current;
+    // Instead of its torque towards the switch the axis gets the one that holds it.
+    blocked_ = blocks(current_);
+    if (blocked_) {
+        const double before = profile_.speed();
+        brake_at_switch();
+        profile_.set(static_cast<double>(axis.position()), profile_.speed());
+        return speed_set_point(before);
+    }
     profile_.set(static_cast<double>(axis.position()), axis.speed());
     SetPoint out;
     out.loop = Loop::kCurrent;
@@ -176,6 +228,8 @@ SetPoint Modes::torque_step(const Axis& axis) {
 SetPoint Modes::to_and_fro_step(const Axis& axis) {
     const double before = profile_.speed();
     const auto place = static_cast<double>(axis.position());
+    blocked_ = blocks(profile_.speed());
+    if (blocked_) auto_reverse_.stop();
     auto_reverse_.step(profile_, targets_.to_and_fro, place);
     if (steers_place()) return position_set_point(before);
     profile_.set(place, profile_.speed());
@@ -217,6 +271,7 @@ bool Modes::take_target(double position, bool at_once, bool relative, const Axis
         return true;
     }
     waiting_.reset();
+    own_limits_.reset();
     target_ = target;
     moving_ = true;
     return true;

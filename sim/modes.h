@@ -50,6 +50,13 @@ struct Targets {
     std::optional<double> highest;
 };
 
+// Directions in which a limit switch lets nothing move, and how fast a motion there comes to rest.
+struct SwitchLimits {
+    bool positive = false;
+    bool negative = false;
+    double deceleration = 0.0;
+};
+
 class Modes {
   public:
     void configure(const Targets& targets);
@@ -71,6 +78,15 @@ class Modes {
     bool target_waits() const { return waiting_.has_value(); }
     bool arrived() const { return !moving_; }
     double target() const { return target_; }
+    // A move with speed and ramps of its own, at once; and its end, at rest.
+    void move(double target, const ProfileLimits& limits);
+    void end_move(double deceleration);
+    // Where the generator is.
+    double demand() const { return profile_.position(); }
+
+    void set_switches(const SwitchLimits& switches) { switches_ = switches; }
+    // A limit switch stands in the way of what the target asks for.
+    bool blocked() const { return blocked_; }
 
     const AutoReverse& auto_reverse() const { return auto_reverse_; }
 
@@ -88,6 +104,8 @@ class Modes {
     SetPoint speed_step(const Axis& axis, bool ramp);
     SetPoint torque_step(const Axis& axis);
     SetPoint to_and_fro_step(const Axis& axis);
+    bool blocks(double direction) const;
+    void brake_at_switch();
     bool steers_place() const;
     double bounded(double position);
     SetPoint position_set_point(double speed_before) const;
@@ -99,6 +117,8 @@ class Modes {
     AutoReverse auto_reverse_;
     double target_ = 0.0;
     std::optional<double> waiting_;
+    std::optional<ProfileLimits> own_limits_;  // of the move under way
+    SwitchLimits switches_;
     double current_ = 0.0;
     double cyclic_seen_ =
         0.0;  // the target as last told: until it changes the axis holds its place
@@ -109,6 +129,7 @@ class Modes {
     bool stopped_ = false;
     bool speed_reached_ = false;
     bool held_ = false;
+    bool blocked_ = false;
 };
 
 }  // namespace servo::sim

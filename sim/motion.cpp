@@ -30,6 +30,7 @@ Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& histo
       history_(history),
       recorder_(recorder),
       parameters_(table),
+      io_(table),
       moves_(table.bind(ids::kMoves, Type::kUint32)),
       greatest_error_(table.bind(ids::kGreatestFollowingError, Type::kUint32)),
       greatest_speed_(table.bind(ids::kGreatestSpeed, Type::kUint32)),
@@ -49,6 +50,8 @@ Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& histo
     show_speed();
     show_torque();
     show_state();
+    show_inputs();
+    show_table();
 }
 
 void Motion::power_up() {
@@ -71,6 +74,7 @@ void Motion::power_up() {
     slow_ = 0;
     too_far_ = 0;
     brake_duty_ = 0.0;
+    power_up_io();
     if (supervision_.faulty()) set_state(DriveState::kFault);
     if (parameters_.enable_at_power_up.value == 1 && !supervision_.faulty()) {
         control_word_ = 0x000F;
@@ -104,6 +108,7 @@ void Motion::configure() {
         targets_.lowest.reset();
         targets_.highest.reset();
     }
+    apply_inputs(setup);
     axis_.configure(setup);
     modes_.configure(targets_);
 }
@@ -119,11 +124,14 @@ void Motion::run_to(std::chrono::microseconds now) {
     while (step_ < last) {
         if (quiet()) {
             // The recorder samples a drive at rest like any other.
-            const std::int64_t to = std::min(last, std::max(step_ + 1, recorder_.due()));
+            const std::int64_t due = std::min(recorder_.due(), io_due());
+            const std::int64_t to = std::min(last, std::max(step_ + 1, due));
             slow_ += to - step_;
             step_ = to;
+            if (io_.inputs.look(step_)) act_on_inputs();
         } else {
             ++step_;
+            if (io_.inputs.look(step_)) act_on_inputs();
             step();
         }
         if (step_ - last_look_ >= kLookSteps) {
@@ -149,6 +157,7 @@ SetPoint Motion::set_point() {
         return modes_.stop(
             axis_, quick ? targets_.quick_deceleration : targets_.speed_profile.deceleration);
     }
+    if (io_.table.running()) run_table();
     const bool was_moving = !modes_.arrived();
     const SetPoint out = modes_.step(axis_);
     if (was_moving && modes_.arrived()) ++moves_.value;
@@ -184,6 +193,7 @@ void Motion::watch() {
 }
 
 void Motion::slow_watch(double seconds) {
+    tend_inputs();
     Readings readings;
     readings.powered = powered(state_);
     readings.current = axis_.current();
@@ -198,6 +208,7 @@ void Motion::slow_watch(double seconds) {
         parameters_.over_speed.value > 0 &&
         std::abs(speed_raw(axis_.speed())) > static_cast<double>(parameters_.over_speed.value);
     readings.motor_data_wrong = motor_.wrong;
+    if (motor_error()) readings.causes1 = fault1::kMotorTemperature;
     const bool was_faulty = supervision_.faulty();
     const Reaction reaction = supervision_.look(readings, seconds);
     if (reaction != Reaction::kNone) react(reaction);
@@ -207,6 +218,7 @@ void Motion::slow_watch(double seconds) {
     const double share = std::min(1.0, seconds / kBrakeDutySeconds);
     brake_duty_ += share * ((axis_.braking() ? 1.0 : 0.0) - brake_duty_);
     keep_greatest();
+    tend_outputs();
 }
 
 void Motion::keep_greatest() {

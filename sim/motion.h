@@ -11,6 +11,7 @@
 #include "sim/fault_history.h"
 #include "sim/model/axis.h"
 #include "sim/modes.h"
+#include "sim/motion_io.h"
 #include "sim/motion_parameters.h"
 #include "sim/object_table.h"
 #include "sim/recorder.h"
@@ -32,6 +33,10 @@ class Motion : public Subsystem {
 
     // Fault bits from elsewhere.
     void raise(std::uint16_t word1, std::uint16_t word2);
+
+    DigitalInputs& inputs() { return io_.inputs; }
+    const DigitalInputs& inputs() const { return io_.inputs; }
+    const DigitalOutputs& outputs() const { return io_.outputs; }
 
     void set_load_torque(double newton_metres);
     void hold_load(bool hold);
@@ -79,6 +84,46 @@ class Motion : public Subsystem {
     bool reset_faults();
     void note_fault();
 
+    // Digital inputs.
+    void power_up_io();
+    void act_on_inputs();
+    void tend_inputs();
+    void apply_inputs(AxisSetup& setup);
+    void act_on_enable();
+    void act_on_limit(InputFunction limit, const Object& action, std::uint16_t fault);
+    void act_on_multi(std::int64_t action);
+    void enable_by_input(bool edge);
+    void home_by_input();
+    bool enable_barred() const;
+    bool bus_may(Command command) const;
+    bool halt_asked() const;
+    bool motor_error() const;
+    SwitchLimits switch_limits() const;
+    void look_at_indexes();
+    void activate();
+    void trigger_din_position();
+    void start_din_position();
+    void capture();
+
+    // Digital outputs.
+    void tend_outputs();
+    std::int64_t io_due() const;
+    bool ready() const;
+    bool at_speed_limit() const;
+    bool current_warning() const;
+    bool position_reached();
+    bool index_passed();
+
+    // Position table.
+    bool table_may_start() const;
+    int index_of_inputs() const;
+    void start_table();
+    void abort_table();
+    void run_table();
+    void obey(const TableOrder& order);
+    Abort accept_table_command(std::int64_t value) const;
+    void table_command(std::int64_t value);
+
     // Targets.
     void new_set_point(std::uint16_t word);
     void start_homing();
@@ -94,8 +139,11 @@ class Motion : public Subsystem {
     void show_speed();
     void show_torque();
     void show_state();
+    void show_inputs();
+    void show_table();
     void keep_greatest();
 
+    std::int64_t shown_position() const;
     double speed_raw(double counts_per_second) const;
     double current_raw(double amperes) const;
     double torque_raw(double amperes) const;
@@ -111,6 +159,7 @@ class Motion : public Subsystem {
     Targets targets_;
     Axis axis_;
     Modes modes_;
+    MotionIo io_;
 
     DriveState state_ = DriveState::kSwitchOnDisabled;
     std::uint16_t control_word_ = 0;

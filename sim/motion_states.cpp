@@ -25,8 +25,8 @@ void Motion::control(std::uint16_t word) {
     const std::uint16_t before = control_word_;
     control_word_ = word;
     if (rises(before, word, control::kFaultReset)) reset_faults();
-    command(command_of(word));
-    halted_ = (word & control::kHalt) != 0;
+    if (bus_may(command_of(word))) command(command_of(word));
+    halted_ = halt_asked();
     if (state_ != DriveState::kOperationEnabled) return;
     if (rises(before, word, control::kNewSetPoint)) {
         if (modes_.mode() == Mode::kProfilePosition) new_set_point(word);
@@ -36,6 +36,7 @@ void Motion::control(std::uint16_t word) {
 }
 
 void Motion::command(Command command) {
+    if (command == Command::kEnableOperation && enable_barred()) return;
     const DriveState next = commanded(state_, command);
     if (state_ == DriveState::kOperationEnabled) {
         if (next == DriveState::kOperationEnabled) {
@@ -87,6 +88,7 @@ void Motion::quick_stop() {
 }
 
 void Motion::begin_stop(double deceleration, DriveState then) {
+    io_.table.drop();
     stop_ = Stop{deceleration, then, kStopPatience};
 }
 
@@ -100,11 +102,14 @@ void Motion::set_state(DriveState next) {
         target_taken_ = false;
     }
     if (!on || next == DriveState::kOperationEnabled) stop_.reset();
+    if (next != DriveState::kOperationEnabled) io_.table.drop();
     state_ = next;
     disturbed_ = true;
 }
 
 void Motion::new_set_point(std::uint16_t word) {
+    // The table alone moves the axis while it runs.
+    if (io_.table.running()) return;
     const bool at_once = (word & control::kAtOnce) != 0;
     const bool relative = (word & control::kRelative) != 0;
     target_taken_ = modes_.take_target(targets_.position, at_once, relative, axis_);
@@ -190,7 +195,9 @@ std::uint16_t Motion::status_word() const {
     if (supervision_.warnings() != 0) word |= status::kWarning;
     if (state_ == DriveState::kOperationEnabled) {
         if (target_reached()) word |= status::kTargetReached;
-        if (modes_.held_by_limit() || axis_.current_limited()) word |= status::kLimit;
+        const SwitchLimits switches = switch_limits();
+        const bool limited = switches.positive || switches.negative || modes_.held_by_limit();
+        if (limited || axis_.current_limited()) word |= status::kLimit;
         word |= mode_bits();
     }
     return static_cast<std::uint16_t>(word);
@@ -199,6 +206,7 @@ std::uint16_t Motion::status_word() const {
 Abort Motion::accept(const Object& object, std::int64_t value) {
     if (object.id == ids::kMode && !mode_of(value)) return Abort::kRange;
     if (object.id == ids::kClearPosition && value == 1 && !zero_speed()) return Abort::kState;
+    if (object.id == ids::kTableCommand) return accept_table_command(value);
     return Abort::kNone;
 }
 
@@ -208,13 +216,18 @@ void Motion::written(Object& object) {
         control(static_cast<std::uint16_t>(object.value));
     } else if (object.id == ids::kMode) {
         const auto mode = mode_of(object.value);
-        if (mode && powered(state_) && *mode != modes_.mode()) modes_.start(*mode, axis_);
+        if (mode && powered(state_) && *mode != modes_.mode()) {
+            io_.table.drop();
+            modes_.start(*mode, axis_);
+        }
         homing_failed_ = false;
     } else if (object.id == ids::kTargetPosition) {
         const bool at_once = parameters_.target_at_once.value == 1;
         const bool positioning = state_ == DriveState::kOperationEnabled && !halted_ &&
                                  modes_.mode() == Mode::kProfilePosition;
         if (at_once && positioning) new_set_point(control::kAtOnce);
+    } else if (object.id == ids::kTableCommand) {
+        table_command(object.value);
     } else if (object.id == ids::kFaultReset) {
         if (object.value == 1) reset_faults();
         object.value = 0;

@@ -48,6 +48,7 @@ struct Options {
     std::string values;          // text of a value table, in place of the file if not empty
     std::filesystem::path
         state_file;            // non-volatile memory between runs; empty: in the object only
+    std::uint8_t pins = 0;     // levels at the digital inputs, bit 0 for input 1
     bool bootloader = false;   // power up as after a transfer that broke off: in the bootloader
     std::uint16_t fault1 = 0;  // fault bits that are raised at every power-up
     std::uint16_t fault2 = 0;

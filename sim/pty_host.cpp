@@ -98,15 +98,32 @@ bool PtyHost::wait_until(nanoseconds time) {
     pthread_sigmask(SIG_SETMASK, nullptr, &open_mask);
     sigdelset(&open_mask, SIGTERM);
     sigdelset(&open_mask, SIGINT);
-    const int ready = ppoll(files.data(), options_.watch_input ? 2 : 1, &timeout, &open_mask);
+    const int ready = ppoll(files.data(), input_open_ ? 2 : 1, &timeout, &open_mask);
     if (g_stop != 0) return false;
-    return ready <= 0 || files[1].revents == 0 || !input_ended();
+    if (ready <= 0 || files[1].revents == 0) return true;
+    input_open_ = read_input();
+    obey_input();
+    return input_open_ || !options_.watch_input;
 }
 
-bool PtyHost::input_ended() {
-    std::array<char, 256> ignored{};
-    const ssize_t count = ::read(STDIN_FILENO, ignored.data(), ignored.size());
-    return count == 0 || (count < 0 && errno != EINTR && errno != EAGAIN);
+// False at its end.
+bool PtyHost::read_input() {
+    std::array<char, 256> bytes{};
+    const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
+    if (count > 0) input_.put({bytes.data(), static_cast<std::size_t>(count)});
+    return count > 0 || (count < 0 && (errno == EINTR || errno == EAGAIN));
+}
+
+void PtyHost::obey_input() {
+    while (const auto line = input_.next()) {
+        // A line is in force when it comes, not where the model stands.
+        drive_.advance(std::max(std::chrono::floor<microseconds>(now()), drive_.now()));
+        const LineAnswer answer = obey_line(drive_, *line);
+        if (answer.text.empty()) continue;
+        fmt::print(answer.good ? stdout : stderr, "{}{}\n", answer.good ? "" : "drive-sim: ",
+                   answer.text);
+        std::fflush(stdout);
+    }
 }
 
 void PtyHost::take_in() {
@@ -189,6 +206,8 @@ void PtyHost::run() {
     action.sa_handler = ask_to_stop;
     sigaction(SIGTERM, &action, nullptr);
     sigaction(SIGINT, &action, nullptr);
+    // Behind a terminal, in the background, it has no input and goes on without.
+    if (!options_.watch_input) std::signal(SIGTTIN, SIG_IGN);
     g_stop = 0;
     while (wait_until(next_waking())) {
         take_in();

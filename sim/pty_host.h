@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "sim/drive.h"
+#include "sim/input_lines.h"
 #include "sim/pacer.h"
 #include "sim/pty_line.h"
 
@@ -12,7 +13,7 @@ namespace servo::sim {
 struct HostOptions {
     double speed = 1.0;         // seconds of the drive for each second of the wall
     bool print_frames = false;  // bytes of both directions to standard output
-    bool watch_input = true;    // standard input's end ends the run
+    bool watch_input = true;    // standard input's end ends the run; its lines are obeyed anyway
 };
 
 class PtyHost {
@@ -26,7 +27,8 @@ class PtyHost {
     std::chrono::nanoseconds now() const;
     std::chrono::nanoseconds next_waking() const;
     bool wait_until(std::chrono::nanoseconds time);
-    bool input_ended();
+    bool read_input();
+    void obey_input();
     void take_in();
     void step();
     void send();
@@ -36,6 +38,8 @@ class PtyHost {
     Drive& drive_;
     PtyLine& line_;
     HostOptions options_;
+    LineCutter input_;
+    bool input_open_ = true;
     std::chrono::nanoseconds started_{0};
     PacedBytes incoming_;
     PacedBytes outgoing_;

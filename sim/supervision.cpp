@@ -130,7 +130,7 @@ void Supervision::warm_up(const Readings& r, double seconds) {
 }
 
 std::uint16_t Supervision::causes1(const Readings& r) const {
-    unsigned causes = 0;
+    unsigned causes = r.causes1;
     const auto cause = [&](bool stands, std::uint16_t bit) { causes |= stands ? bit : 0U; };
     const auto hot = [&](double celsius, const Object& limit, std::uint16_t bit) {
         cause(celsius > plain(limit) - ((standing1_ & bit) != 0 ? kCooled : 0.0), bit);

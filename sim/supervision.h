@@ -22,6 +22,8 @@ inline constexpr std::uint16_t kMotorTemperature = 0x2000;
 inline constexpr std::uint16_t kMemory = 0x8000;
 }  // namespace fault1
 namespace fault2 {
+inline constexpr std::uint16_t kNegativeLimit = 0x0020;
+inline constexpr std::uint16_t kPositiveLimit = 0x0040;
 inline constexpr std::uint16_t kMotorSetup = 0x0800;
 }  // namespace fault2
 // What stands behind bit 0 of fault word 1.
@@ -45,6 +47,7 @@ struct Readings {
     bool following_error = false;  // too large for too long
     bool over_speed = false;
     bool motor_data_wrong = false;
+    std::uint16_t causes1 = 0;  // that stand outside, as digital inputs tell
 };
 
 class Supervision : public Subsystem {
@@ -64,6 +67,12 @@ class Supervision : public Subsystem {
 
     // Clears what no longer has a cause. True when nothing is left.
     bool reset();
+
+    // Between the limits of too little and too much.
+    bool bus_right(double volts) const {
+        return volts > static_cast<double>(bus_low_.value) &&
+               volts < static_cast<double>(bus_high_.value);
+    }
 
     bool faulty() const { return word1_ != 0 || word2_ != 0; }
     // Raised since the last call, for the history.
