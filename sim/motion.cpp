@@ -31,6 +31,7 @@ Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& histo
       recorder_(recorder),
       parameters_(table),
       io_(table),
+      scan_(table),
       moves_(table.bind(ids::kMoves, Type::kUint32)),
       greatest_error_(table.bind(ids::kGreatestFollowingError, Type::kUint32)),
       greatest_speed_(table.bind(ids::kGreatestSpeed, Type::kUint32)),
@@ -52,6 +53,7 @@ Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& histo
     show_state();
     show_inputs();
     show_table();
+    show_scan();
 }
 
 void Motion::power_up() {
@@ -61,6 +63,7 @@ void Motion::power_up() {
     state_ = DriveState::kSwitchOnDisabled;
     control_word_ = static_cast<std::uint16_t>(parameters_.control_word.value);
     stop_.reset();
+    scan_.reset();
     halted_ = false;
     target_taken_ = false;
     homed_ = false;
@@ -152,6 +155,7 @@ SetPoint Motion::set_point() {
     if (!powered(state_)) return {};
     ++enabled_steps_;
     if (stop_) return stop_step();
+    if (scan_.active()) return scan_step();
     if (halted_) {
         const bool quick = parameters_.halt_option.value == 2;
         return modes_.stop(

@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "sim/fault_history.h"
+#include "sim/frequency_scan.h"
 #include "sim/model/axis.h"
 #include "sim/modes.h"
 #include "sim/motion_io.h"
@@ -84,6 +85,12 @@ class Motion : public Subsystem {
     bool reset_faults();
     void note_fault();
 
+    // Frequency scan.
+    void command_scan(std::int64_t command);
+    void start_scan();
+    SetPoint scan_step();
+    void end_scan(ScanResult result);
+
     // Digital inputs.
     void power_up_io();
     void act_on_inputs();
@@ -141,6 +148,7 @@ class Motion : public Subsystem {
     void show_state();
     void show_inputs();
     void show_table();
+    void show_scan();
     void keep_greatest();
 
     std::int64_t shown_position() const;
@@ -160,6 +168,8 @@ class Motion : public Subsystem {
     Axis axis_;
     Modes modes_;
     MotionIo io_;
+    FrequencyScan scan_;
+    DriveState after_scan_ = DriveState::kSwitchOnDisabled;
 
     DriveState state_ = DriveState::kSwitchOnDisabled;
     std::uint16_t control_word_ = 0;

@@ -76,6 +76,10 @@ std::int64_t MotionParameters::velocity_gain_scale(const MotorData& motor) {
     return std::llround(65536.0 * hertz);
 }
 
+double MotionParameters::velocity_unit(const MotorData& motor) {
+    return kVelocityUnit * 2.0 * kPi / motor.resolution;
+}
+
 double MotionParameters::current_limit(const Object& torque, const MotorData& motor) const {
     const double by_torque = std::min(plain(torque), plain(max_torque)) / 1000.0 *
                              motor.rated_torque / motor.torque_constant;
@@ -102,10 +106,9 @@ AxisSetup MotionParameters::axis_setup(const MotorData& motor) const {
     s.current = current_setup(motor);
     s.supply.brake_resistor = plain(brake_ohm) / 10.0;
     s.supply.brake_on = plain(brake_level);
-    const double radians = 2.0 * kPi / motor.resolution;  // of one count
     const double integral = plain(velocity_ki) + plain(velocity_ki_fraction) / kFractions;
-    s.velocity_kp = plain(velocity_kp) * kVelocityUnit * radians;
-    s.velocity_ki = integral * kVelocityUnit * kIntegralRate * radians;
+    s.velocity_kp = plain(velocity_kp) * velocity_unit(motor);
+    s.velocity_ki = integral * kIntegralRate * velocity_unit(motor);
     s.integral_limit = plain(integral_limit) / 100.0 * motor.rated_torque / motor.torque_constant;
     s.reference_share = plain(reference_share) / 100.0;
     s.speed_filter = speed_filter_type.value == 0 ? plain(speed_filter) : 0.0;

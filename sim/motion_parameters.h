@@ -60,6 +60,9 @@ class MotionParameters : public StopObjects,
     // Hertz for each unit of the velocity gain, times 65536.
     static std::int64_t velocity_gain_scale(const MotorData& motor);
 
+    // A per count/s that one unit of the velocity gain asks for.
+    static double velocity_unit(const MotorData& motor);
+
     double seconds(const Object& milliseconds) const {
         return static_cast<double>(milliseconds.value) / 1000.0;
     }

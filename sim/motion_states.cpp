@@ -27,7 +27,8 @@ void Motion::control(std::uint16_t word) {
     if (rises(before, word, control::kFaultReset)) reset_faults();
     if (bus_may(command_of(word))) command(command_of(word));
     halted_ = halt_asked();
-    if (state_ != DriveState::kOperationEnabled) return;
+    // No other command moves a motor that is being measured.
+    if (state_ != DriveState::kOperationEnabled || scan_.active()) return;
     if (rises(before, word, control::kNewSetPoint)) {
         if (modes_.mode() == Mode::kProfilePosition) new_set_point(word);
         if (modes_.mode() == Mode::kHoming) start_homing();
@@ -38,6 +39,8 @@ void Motion::control(std::uint16_t word) {
 void Motion::command(Command command) {
     if (command == Command::kEnableOperation && enable_barred()) return;
     const DriveState next = commanded(state_, command);
+    // Power that a scan has switched on stays on for the one who asks for it meanwhile.
+    if (scan_.active()) after_scan_ = commanded(after_scan_, command);
     if (state_ == DriveState::kOperationEnabled) {
         if (next == DriveState::kOperationEnabled) {
             // A stop on the way to "switched on" is called off.
@@ -88,6 +91,7 @@ void Motion::quick_stop() {
 }
 
 void Motion::begin_stop(double deceleration, DriveState then) {
+    end_scan(then == DriveState::kFault ? ScanResult::kFault : ScanResult::kStopped);
     io_.table.drop();
     stop_ = Stop{deceleration, then, kStopPatience};
 }
@@ -95,6 +99,10 @@ void Motion::begin_stop(double deceleration, DriveState then) {
 void Motion::set_state(DriveState next) {
     if (next == state_) return;
     const bool on = powered(next);
+    if (next != DriveState::kOperationEnabled) {
+        const bool fault = next == DriveState::kFault || next == DriveState::kFaultReactionActive;
+        end_scan(fault ? ScanResult::kFault : ScanResult::kStopped);
+    }
     if (on && !powered(state_)) {
         modes_.start(mode_of(parameters_.mode.value).value_or(Mode::kNone), axis_);
         in_window_ = 0;
@@ -126,11 +134,13 @@ void Motion::start_homing() {
 
 void Motion::define_position(std::int64_t position) {
     modes_.shift(static_cast<double>(position - axis_.position()));
+    scan_.shift(static_cast<double>(position - axis_.position()));
     axis_.define_position(position);
 }
 
 bool Motion::target_reached() const {
     if (state_ != DriveState::kOperationEnabled) return false;
+    if (scan_.active()) return false;
     if (halted_) return modes_.stopped();
     switch (modes_.mode()) {
         case Mode::kProfilePosition:
@@ -207,6 +217,10 @@ Abort Motion::accept(const Object& object, std::int64_t value) {
     if (object.id == ids::kMode && !mode_of(value)) return Abort::kRange;
     if (object.id == ids::kClearPosition && value == 1 && !zero_speed()) return Abort::kState;
     if (object.id == ids::kTableCommand) return accept_table_command(value);
+    if (object.id == ids::kScanCommand) {
+        if (value != kNoScan && value != kScan) return Abort::kRange;
+        return value == kScan ? scan_.check() : Abort::kNone;
+    }
     return Abort::kNone;
 }
 
@@ -234,6 +248,8 @@ void Motion::written(Object& object) {
     } else if (object.id == ids::kClearPosition) {
         if (object.value == 1) define_position(0);
         object.value = 0;
+    } else if (object.id == ids::kScanCommand) {
+        command_scan(object.value);
     }
 }
 

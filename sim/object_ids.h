@@ -198,6 +198,24 @@ inline constexpr Identity kPositionLoopLimit = 0x60FB06;
 inline constexpr Identity kFollowingError16 = 0x60FB08;
 inline constexpr Identity kVelocityGainScale = 0x304007;
 
+// Frequency scan.
+inline constexpr Identity kScanCommand = 0x304001;
+inline constexpr Identity kScanFirst = 0x304002;
+inline constexpr Identity kScanLast = 0x304003;
+inline constexpr Identity kScanStep = 0x304004;
+inline constexpr Identity kScanWindow = 0x304005;
+inline constexpr Identity kScanFrequency = 0x304006;
+inline constexpr Identity kScanDone = 0x304008;
+inline constexpr Identity kScanSettle = 0x304009;
+inline constexpr Identity kScanShift = 0x30400A;
+inline constexpr Identity kScanMeasure = 0x30400B;
+inline constexpr Identity kScanBias = 0x30400C;
+inline constexpr Identity kScanTravel = 0x30400D;
+inline constexpr Identity kScanResult = 0x30400E;
+inline constexpr Identity kScanInjection = 0x30400F;
+inline constexpr Identity kScanMostPoints = 0x304010;
+inline constexpr Identity kScanAmplitude = 0x60F910;
+
 // Motor and drive.
 inline constexpr Identity kResolution = 0x641003;
 inline constexpr Identity kPolePairs = 0x641004;

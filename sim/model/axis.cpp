@@ -68,7 +68,7 @@ void Axis::measure() {
     const std::int64_t moved = fine - past_[past_next_];
     past_[past_next_] = fine;
     past_next_ = (past_next_ + 1) % kSpan;
-    raw_speed_ = static_cast<double>(moved) * kStepsPerSecond / (kSpan * kFiner);
+    raw_speed_ = static_cast<double>(moved) * kSpeedUnit;
     const double speed = speed_filter_.step(raw_speed_);
     shown_speed_ += kStepSeconds / kShownSeconds * (speed - shown_speed_);
     if (moved != 0 || std::abs(speed) > kNoSpeed || !plant_.at_rest()) return;

@@ -83,16 +83,18 @@ class Axis {
     // Added to the current demand of the following steps, A.
     void inject_current(double amperes) { injected_ = amperes; }
 
+    // Speed is the difference over four steps of a position that is finer than the counts: between
+    // two counts the drive measures time.
+    static constexpr std::size_t kSpan = 4;
+    static constexpr std::int64_t kFiner = 64;
+    // What a unit of that difference is, counts/s.
+    static constexpr double kSpeedUnit = kStepsPerSecond / (kSpan * kFiner);
+
   private:
     void measure();
     double velocity_loop();
     double demand(const SetPoint& set_point);
     double bounded(double current) const;
-
-    // Speed is the difference over four steps of a position that is finer than the counts: between
-    // two counts the drive measures time.
-    static constexpr std::size_t kSpan = 4;
-    static constexpr std::int64_t kFiner = 64;
 
     AxisSetup setup_;
     Plant plant_;

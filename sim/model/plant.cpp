@@ -14,7 +14,50 @@ double after_friction(double speed, double friction, double inertia) {
     return speed > 0.0 ? speed - taken : speed + taken;
 }
 
+// A mass on the shaft, the other end held: what one step of it does, by the stiffness and by the
+// damping, so that after a period it is where the swinging mass would be.
+struct StepShares {
+    double stiffness = 0.0;  // of the twist, taken from the speed by one step, times the step
+    double damping = 0.0;    // of the speed, taken from it by one step
+    bool swings = false;
+};
+
+StepShares shares_of(const PlantSetup& s, double inertia) {
+    const double frequency = std::sqrt(s.stiffness / inertia);  // rad/s
+    const double ratio = s.damping / (2.0 * std::sqrt(s.stiffness * inertia));
+    StepShares shares;
+    shares.swings = ratio < 1.0 && frequency * kStepSeconds < 1.0;
+    if (!shares.swings) return shares;
+    const double decay = ratio * frequency * kStepSeconds;
+    const double angle = frequency * std::sqrt(1.0 - ratio * ratio) * kStepSeconds;
+    shares.damping = 1.0 - std::exp(-2.0 * decay);
+    shares.stiffness = 2.0 - shares.damping - 2.0 * std::exp(-decay) * std::cos(angle);
+    return shares;
+}
+
 }  // namespace
+
+PlantSetup made_for_steps(const PlantSetup& machine) {
+    if (machine.load_inertia <= 0.0 || machine.stiffness <= 0.0) return machine;
+    const double sum = machine.motor_inertia + machine.load_inertia;
+    // Both ends free: the resonance. The motor held: the anti-resonance.
+    const StepShares free = shares_of(machine, machine.motor_inertia * machine.load_inertia / sum);
+    const StepShares held = shares_of(machine, machine.load_inertia);
+    if (!free.swings || !held.swings) return machine;
+    PlantSetup made = machine;
+    made.motor_inertia = sum * held.stiffness / free.stiffness;
+    made.load_inertia = sum - made.motor_inertia;
+    const double both = made.motor_inertia * made.load_inertia / sum;
+    made.stiffness = free.stiffness * both / (kStepSeconds * kStepSeconds);
+    made.damping = free.damping * both / kStepSeconds;
+    return made;
+}
+
+void Plant::configure(const PlantSetup& machine) {
+    if (machine == machine_) return;
+    machine_ = machine;
+    setup_ = made_for_steps(machine);
+}
 
 // Speeds first, then angles with the new speeds: this order keeps the energy of the undamped shaft
 // bounded where the other lets it grow.
