@@ -11,8 +11,9 @@ namespace servo::tuner {
 
 inline constexpr std::uint8_t kModelCode = 0x80;
 
-// From the unit of the measured plant and of Kvp (60F9:01) to a ratio: the open velocity loop is
-// Kvp times this times the plant.
+// The drive gives the plant in units of its own velocity gain: the measured plant is the open
+// velocity loop with a Kvp (60F9:01) of 1 and no integral part, so a Kvp is all that it is
+// multiplied with.
 inline constexpr double kLoopFactor = 1.0;
 
 // Six results: gain (a ratio) and phase (degrees folded to -180 to 180) of the open velocity loop,

@@ -146,8 +146,8 @@ void find_tips(const ResponseCurve& curve, const std::vector<double>& trend, Res
     }
 }
 
-double rounded(double value, double unit) {
-    return std::round(value / unit) * unit;
+double rounded(double value, double parts) {
+    return std::round(value * parts) / parts;
 }
 
 }  // namespace
@@ -203,8 +203,8 @@ std::optional<NotchProposal> propose_notch(const Resonance& resonance) {
     notch.frequency = rounded(resonance.frequency, 1.0);
     notch.width =
         std::max(rounded(resonance.frequency * std::sqrt(numerator * denominator), 1.0), 1.0);
-    notch.depth = rounded(depth, 0.1);
-    notch.damping = rounded(denominator, 0.01);
+    notch.depth = rounded(depth, 10.0);
+    notch.damping = rounded(denominator, 100.0);
     return notch;
 }
 
