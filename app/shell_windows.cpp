@@ -118,15 +118,6 @@ void add_scope(Adder& adder, Workstation& workstation, const WindowHooks& hooks)
 }
 
 void add_download(Adder& adder, Workstation& workstation, UserDialogs& dialogs) {
-    workstation.ask_firmware_file = [&workstation,
-                                     &dialogs](const firmware::FileQuestion& question) {
-        return dialogs.ask_file(
-            {.kind = FileRequest::Kind::kOpen,
-             .title = std::string(tag_part(firmware::kDownloadCaption, workstation.language)),
-             .filter = std::string(question.kind),
-             .suffix = std::string(question.suffix),
-             .name = {}});
-    };
     const firmware::DownloadDialogs given{
         .ask_save =
             [&dialogs](std::string_view title, std::string_view name) {
@@ -155,6 +146,9 @@ void add_coming(Adder& adder) {
 }  // namespace
 
 void add_shell_windows(WindowHost& host, Workstation& workstation, const WindowHooks& hooks) {
+    workstation.ask_file = [&dialogs = hooks.dialogs](const FileRequest& request) {
+        return dialogs.ask_file(request);
+    };
     Adder adder(host, workstation);
     add_dialogs(adder, workstation, hooks);
     add_pages(adder, workstation, hooks);

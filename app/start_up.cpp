@@ -149,6 +149,7 @@ bool MDIForm_Load(Workstation& workstation) {
     load_modbus(workstation);
     read_language(workstation);
     workstation.communication.load(workstation.language);
+    if (!workstation.tools.load(workstation)) return false;
     build_window_lists(workstation);
     Init_Communication(workstation.engine);
     make_timer(workstation.cTmr);
@@ -184,6 +185,7 @@ void language_click(Workstation& workstation, Language language) {
     workstation.download_rows.grid().apply_language();
     workstation.browser.Init_OD_Grid();
     workstation.scope.change_scope_language();
+    workstation.tools.apply_language();
     workstation.communication.apply_language(language);
     if (workstation.screen != nullptr) workstation.screen->apply_language();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ranges>
 
+#include "app/tag_text.h"
 #include "base/ascii.h"
 #include "base/file.h"
 
@@ -34,6 +35,17 @@ std::string software_version(const params::Page& rows) {
     return std::string(rows.grid().cell(1, params::kValue));
 }
 
+std::optional<std::string> ask_firmware_file(const Workstation& workstation,
+                                             const firmware::FileQuestion& question) {
+    if (!workstation.ask_file) return std::nullopt;
+    return workstation.ask_file(
+        {.kind = FileRequest::Kind::kOpen,
+         .title = std::string(tag_part(firmware::kDownloadCaption, workstation.language)),
+         .filter = std::string(question.kind),
+         .suffix = std::string(question.suffix),
+         .name = {}});
+}
+
 bool is_polled(std::string_view name) {
     return std::ranges::find(link::kPollWindowNames, name) != link::kPollWindowNames.end();
 }
@@ -47,6 +59,8 @@ std::unique_ptr<link::Window> make_other(std::string_view name) {
 void list_windows(Workstation& workstation) {
     std::vector<link::Window*> ready{&workstation.browser, &workstation.scope,
                                      &workstation.download_rows};
+    for (link::Window* window : workstation.tools.windows())
+        ready.push_back(window);
     for (const auto& page : workstation.pages)
         ready.push_back(page.get());
     for (const auto& page : workstation.tabbed_pages)
@@ -98,14 +112,15 @@ Workstation::Workstation(const Surroundings& given)
                 .Tavro_Nevra_Other_mode = Tavro_Nevra_Other_mode,
                 .ask_file =
                     [this](const firmware::FileQuestion& question) {
-                        return ask_firmware_file ? ask_firmware_file(question) : std::nullopt;
+                        return ask_firmware_file(*this, question);
                     },
                 // A string that is still coming in is no version yet.
                 .software_version =
                     [this] {
                         return engine.state.is_access_str != 0 ? download.data().Label18
                                                                : software_version(download_rows);
-                    }}) {
+                    }}),
+      tools(*this) {
     engine.set_link_control(&communication);
     engine.set_scope(&scope.acquisition());
     make_windows(*this);

@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "app/screen.h"
+#include "app/user_dialogs.h"
+#include "app/workstation_tools.h"
 #include "base/clock.h"
 #include "base/language.h"
 #include "base/notice.h"
@@ -79,9 +81,10 @@ struct Workstation {
     params::ObjectBrowser browser;                                  // ObjectDictionay
     scope::Oscilloscope scope;                                      // Scope
     params::Page download_rows;  // Download: its working grid, polled as a page
-    // How the form below asks for a file; set by whoever has dialogs.
-    std::function<std::optional<std::string>(const firmware::FileQuestion&)> ask_firmware_file;
+    // How windows ask for a file; set by whoever has dialogs.
+    std::function<std::optional<std::string>(const FileRequest&)> ask_file;
     firmware::Download download;  // Download: what its controls hold, and the transfer
+    WorkstationTools tools;       // the tool windows and the tuner
     std::vector<std::unique_ptr<link::Window>> other_windows;  // the rest
     std::vector<link::Window*> windows;  // all of the above, in the order of all_windows
 

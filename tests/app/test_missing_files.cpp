@@ -127,13 +127,29 @@ TEST(MissingFiles, SysIniIsMissedInSilenceAndWrittenAtTheFirstActivation) {
     EXPECT_EQ(bench.folder.read("sys/sys.ini"), "[sys]\r\nlang=1\r\n");
 }
 
-TEST(MissingFiles, TheWholeSysFolderIsToldFileByFile) {
+// The program can do without its pages, and not without the list of digital functions.
+TEST(MissingFiles, TheWholeSysFolderIsToldFileByFileAndTheProgramEnds) {
     ShellBench bench;
     std::filesystem::remove_all(bench.folder.path() / "sys");
-    ASSERT_TRUE(MDIForm_Load(bench.workstation));
-    EXPECT_EQ(bench.notice.boxes.size(), 39U);
-    MDIForm_Activate(bench.workstation);
-    EXPECT_EQ(bench.workstation.language, base::Language::kEnglish);
+    EXPECT_FALSE(MDIForm_Load(bench.workstation));
+    ASSERT_EQ(bench.notice.boxes.size(), 40U);
+    EXPECT_EQ(bench.notice.boxes.back(), Box("Notice", "Missing file \\sys\\DigitIOSettings.ini"));
+    EXPECT_FALSE(bench.timer.enabled());
+}
+
+TEST(MissingFiles, AWrongListOfDigitalFunctionsEndsTheProgram) {
+    ShellBench bench;
+    bench.folder.write("sys/DigitIOSettings.ini", "[DigitOUT]\r\n");
+    EXPECT_FALSE(MDIForm_Load(bench.workstation));
+    ASSERT_EQ(bench.notice.boxes.size(), 1U);
+    EXPECT_EQ(bench.notice.boxes[0], Box("Notice", "DigitIOSettings.ini is not right"));
+}
+
+TEST(MissingFiles, AnEmptyListOfDigitalFunctionsEndsTheProgramWithoutAWord) {
+    ShellBench bench;
+    bench.folder.write("sys/DigitIOSettings.ini", "");
+    EXPECT_FALSE(MDIForm_Load(bench.workstation));
+    EXPECT_TRUE(bench.notice.boxes.empty());
 }
 
 TEST(MissingFiles, WithoutADictionaryTheProgramEndsAndNoWindowIsLeft) {

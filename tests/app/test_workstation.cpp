@@ -338,6 +338,9 @@ TEST(LatePorts, AreNoneUntilTheyBegin) {
 
 TEST(StartUp, TakesADictionaryThatWasReadBefore) {
     ShellBench bench;
+    std::filesystem::create_directories(bench.folder.path() / "elsewhere" / "sys");
+    bench.folder.write("elsewhere/sys/DigitIOSettings.ini",
+                       bench.folder.read("sys/DigitIOSettings.ini"));
     Workstation workstation{Surroundings{
         bench.folder.path() / "elsewhere", bench.notice, bench.port, bench.ports, bench.clock,
         bench.timer,
