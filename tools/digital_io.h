@@ -96,6 +96,8 @@ class DigitalIO final : public link::Window, private link::StatusListener {
     Encoded chosen() const;
     // How old the states on screen are; nothing before the first answer.
     std::optional<std::chrono::seconds> age() const;
+    // Changes told now come from the line and not from a click.
+    bool in_tick() const { return services_.engine.state.timer1_in != 0; }
     // What is sent reaches the drive: the link is open, and no firmware transfer has it.
     bool can_write() const;
 

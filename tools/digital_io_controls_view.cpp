@@ -1,0 +1,224 @@
+#include "tools/digital_io_controls_view.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QIconEngine>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <QVariant>
+#include <map>
+#include <memory>
+
+#include "params/ui_palette.h"
+
+// The pictures are in a static library, whose resources wait to be asked for. (The macro wants a
+// function outside of any namespace.)
+static void load_digital_io_pictures() {
+    Q_INIT_RESOURCE(digital_io_icons);
+}
+
+namespace servo::tools {
+
+namespace {
+
+namespace palette = params::palette;
+
+constexpr const char* kTag = "Tag";
+constexpr const char* kTip = "Tip";
+constexpr qreal kFaded = 0.45;
+constexpr int kRadius = 4;
+constexpr int kEdge = 4;  // bar at the left of a notice
+constexpr QRgb kNoticeColour = 0xfffdf3dd;
+constexpr QRgb kNoticeFrame = 0xffe0c184;
+constexpr QRgb kNoticeBar = 0xffc47f13;
+constexpr QRgb kHover = 0xffdce9f5;
+
+QSvgRenderer& renderer_of(const QString& picture) {
+    static const bool loaded = (load_digital_io_pictures(), true);
+    static_cast<void>(loaded);
+    static std::map<QString, std::unique_ptr<QSvgRenderer>> renderers;
+    std::unique_ptr<QSvgRenderer>& found = renderers[picture];
+    if (!found) {
+        found = std::make_unique<QSvgRenderer>(
+            QStringLiteral(":/tools/digital_io/%1.svg").arg(picture));
+        found->setAspectRatioMode(Qt::KeepAspectRatio);
+    }
+    return *found;
+}
+
+class IoIcon final : public QIconEngine {
+  public:
+    explicit IoIcon(QString picture) : picture_(std::move(picture)) {}
+
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State) override {
+        io_paint(*painter, picture_, place, mode == QIcon::Disabled ? kFaded : 1);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap drawn(size);
+        drawn.fill(Qt::transparent);
+        QPainter painter(&drawn);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        return drawn;
+    }
+    bool isNull() override { return false; }
+    QIconEngine* clone() const override { return new IoIcon(*this); }
+
+  private:
+    QString picture_;
+};
+
+}  // namespace
+
+QString io_qt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString io_half(const QString& pair, base::Language language) {
+    const qsizetype slash = pair.indexOf(QLatin1Char('/'));
+    if (slash < 0) return pair;
+    return language == base::Language::kChinese ? pair.left(slash) : pair.mid(slash + 1);
+}
+
+QString io_tip(std::string_view text) {
+    const QString tip = io_qt(text);
+    if (!Qt::mightBeRichText(tip)) return tip;
+    return QStringLiteral("<qt>%1</qt>")
+        .arg(tip.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+}
+
+QString io_name(const char* control, int index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(control)).arg(index);
+}
+
+QIcon io_icon(const char* name) {
+    return QIcon(new IoIcon(QLatin1String(name)));
+}
+
+void io_paint(QPainter& painter, const QString& picture, const QRectF& place, qreal opacity) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(painter.opacity() * opacity);
+    renderer_of(picture).render(&painter, place);
+    painter.restore();
+}
+
+void set_pair(QWidget* control, std::string_view pair) {
+    control->setProperty(kTag, io_qt(pair));
+}
+
+void set_tip_pair(QWidget* control, std::string_view pair) {
+    control->setProperty(kTip, io_qt(pair));
+}
+
+void apply_pairs(QWidget& root, base::Language language) {
+    for (auto* control : root.findChildren<QWidget*>()) {
+        if (const QString pair = control->property(kTag).toString();
+            pair.contains(QLatin1Char('/'))) {
+            const QString text = io_half(pair, language);
+            if (auto* label = qobject_cast<QLabel*>(control)) label->setText(text);
+            if (auto* button = qobject_cast<QPushButton*>(control)) button->setText(text);
+            if (auto* frame = qobject_cast<QGroupBox*>(control)) frame->setTitle(text);
+        }
+        const QString tip = io_half(control->property(kTip).toString(), language);
+        if (tip.isEmpty()) continue;
+        control->setToolTip(tip);
+        control->setAccessibleName(tip);
+    }
+}
+
+QLabel* io_label(QWidget* parent, const QString& name, std::string_view pair) {
+    auto* label = io_named(new QLabel(parent), name);
+    label->setTextFormat(Qt::PlainText);
+    set_pair(label, pair);
+    return label;
+}
+
+void io_quiet(QWidget* control, bool quiet) {
+    QPalette colours = control->palette();
+    const QColor wanted(quiet ? palette::kMutedText : palette::kText);
+    if (colours.color(QPalette::WindowText) == wanted && colours.color(QPalette::Text) == wanted)
+        return;
+    colours.setColor(QPalette::WindowText, wanted);
+    colours.setColor(QPalette::Text, wanted);
+    control->setPalette(colours);
+}
+
+// --- LampBox
+
+LampBox::LampBox(Look look, QWidget* parent) : QCheckBox(parent), look_(look) {
+    setAttribute(Qt::WA_Hover);
+    if (look == Look::kLamp) setFocusPolicy(Qt::NoFocus);
+    set_pair(this, "-");
+    show_state(false, false, false);
+}
+
+void LampBox::show_state(bool on, bool known, bool fresh) {
+    const bool changed = known_ != known || fresh_ != fresh;
+    known_ = known;
+    fresh_ = fresh;
+    if (isChecked() != on) setChecked(on);
+    if (look_ != Look::kLamp) setEnabled(fresh);
+    if (changed) update();
+}
+
+QString LampBox::picture() const {
+    const bool lamp = look_ == Look::kLamp;
+    if (!known_) return lamp ? QStringLiteral("lamp_unknown") : QStringLiteral("box_unknown");
+    if (lamp) return isChecked() ? QStringLiteral("lamp_on") : QStringLiteral("lamp_off");
+    if (!isChecked()) return QStringLiteral("box_clear");
+    return look_ == Look::kForce ? QStringLiteral("box_forced") : QStringLiteral("box_ticked");
+}
+
+QSize LampBox::sizeHint() const {
+    return {kIoLampSize + 2 * kIoGap, kIoRowHeight};
+}
+
+void LampBox::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF room = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    const bool clickable = look_ != Look::kLamp && isEnabled();
+    if (clickable && (underMouse() || hasFocus())) {
+        painter.setPen(hasFocus() ? QColor(palette::kAccent) : Qt::transparent);
+        painter.setBrush(underMouse() ? QColor(kHover) : Qt::transparent);
+        painter.drawRoundedRect(room, kRadius, kRadius);
+    }
+    QRectF place(0, 0, kIoLampSize, kIoLampSize);
+    place.moveCenter(QRectF(rect()).center());
+    io_paint(painter, picture(), place, fresh_ ? 1 : kFaded);
+}
+
+// --- IoNotice
+
+IoNotice::IoNotice(const QString& label_name, QWidget* parent)
+    : QFrame(parent), label_(io_label(this, label_name)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(2 * kIoGap, kIoGap / 2, kIoGap, kIoGap / 2);
+    label_->setMinimumWidth(1);  // a long line is cut and does not widen the window
+    label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    row->addWidget(label_, 1);
+    hide();
+}
+
+void IoNotice::add(QPushButton* button) {
+    layout()->addWidget(button);
+}
+
+void IoNotice::show_text(const QString& text, const QString& tip) {
+    if (label_->text() != text) label_->setText(text);
+    setToolTip(tip);
+    setVisible(!text.isEmpty());
+}
+
+void IoNotice::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QColor(kNoticeFrame));
+    painter.setBrush(QColor(kNoticeColour));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(kNoticeBar));
+    painter.drawRoundedRect(QRectF(0, 0, kEdge, height()), kEdge / 2.0, kEdge / 2.0);
+}
+
+}  // namespace servo::tools

@@ -1,0 +1,99 @@
+// What the panels of the window `DigitalIO` are made of.
+//
+// A text in both languages, "Chinese/English", stands in the property "Tag" of its control, where
+// the walk through a window's texts finds it; a tool tip, which is the spoken name as well, in
+// "Tip".
+#pragma once
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QString>
+#include <string>
+#include <string_view>
+
+#include "base/language.h"
+
+namespace servo::tools {
+
+inline constexpr int kIoGap = 6;
+inline constexpr int kIoLampSize = 18;
+inline constexpr int kIoRowHeight = 23;
+
+QString io_qt(std::string_view text);
+// The half of a pair.
+QString io_half(const QString& pair, base::Language language);
+// Tool tips take markup when they look like it; names come from a file.
+QString io_tip(std::string_view text);
+// "Input 3" as a name of an array's control: "Command1(2)".
+QString io_name(const char* control, int index);
+
+QIcon io_icon(const char* name);
+void io_paint(QPainter& painter, const QString& picture, const QRectF& place, qreal opacity);
+
+void set_pair(QWidget* control, std::string_view pair);
+void set_tip_pair(QWidget* control, std::string_view pair);
+// Every pair below `root` in the language.
+void apply_pairs(QWidget& root, base::Language language);
+
+template <typename Control>
+Control* io_named(Control* control, const QString& name) {
+    control->setObjectName(name);
+    return control;
+}
+QLabel* io_label(QWidget* parent, const QString& name, std::string_view pair = "-");
+// Muted, as what is looked at second.
+void io_quiet(QWidget* control, bool quiet);
+
+// A box whose state is somebody else's: a click is told, and changes nothing by itself. States
+// differ in shape, not in colour alone.
+class LampBox final : public QCheckBox {
+    Q_OBJECT
+
+  public:
+    enum class Look : std::uint8_t {
+        kTick,   // a square, ticked or clear
+        kForce,  // the same; ticked it is a warning triangle
+        kLamp,   // a round lamp; nobody clicks it
+    };
+
+    LampBox(Look look, QWidget* parent);
+
+    // `known` false: the drive has not said it yet. `fresh` false: it has said so some time ago,
+    // and the box is grey and can't be clicked.
+    void show_state(bool on, bool known, bool fresh);
+    QString picture() const;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+    void nextCheckState() override {}
+
+  private:
+    Look look_;
+    bool known_ = false;
+    bool fresh_ = false;
+};
+
+// A line in a colour of its own across the window; hidden while it has nothing to say.
+class IoNotice final : public QFrame {
+    Q_OBJECT
+
+  public:
+    IoNotice(const QString& label_name, QWidget* parent);
+
+    void add(QPushButton* button);
+    void show_text(const QString& text, const QString& tip);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QLabel* label_;
+};
+
+}  // namespace servo::tools
