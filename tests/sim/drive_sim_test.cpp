@@ -101,6 +101,20 @@ class DriveSim : public ::testing::Test {
         return read_bytes(line_, 10);
     }
 
+    void type_in(const std::string& text) {
+        EXPECT_EQ(::write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+
+    // The program's next line of output.
+    std::string line() {
+        std::string text;
+        while (true) {
+            const Bytes byte = read_bytes(output_, 1);
+            if (byte.empty() || byte[0] == '\n') return text;
+            text += static_cast<char>(byte[0]);
+        }
+    }
+
     int end() {
         int status = -1;
         EXPECT_EQ(waitpid(child_, &status, 0), child_);
@@ -137,7 +151,7 @@ TEST_F(DriveSim, SurvivesThatTheOtherSideClosesAndOpensAgain) {
     }
 }
 
-TEST_F(DriveSim, WithALinkItIgnoresItsInputAndEndsOnSigterm) {
+TEST_F(DriveSim, WithALinkItSurvivesItsInputAndEndsOnSigterm) {
     const auto link = folder_ / "line";
     start({"--link", link.string()});
     EXPECT_EQ(std::filesystem::read_symlink(link), path_);
@@ -148,6 +162,26 @@ TEST_F(DriveSim, WithALinkItIgnoresItsInputAndEndsOnSigterm) {
     kill(child_, SIGTERM);
     EXPECT_EQ(end(), 0);
     EXPECT_FALSE(std::filesystem::is_symlink(link));
+}
+
+TEST_F(DriveSim, LinesOfItsInputMoveItsPins) {
+    start({"--din", "10000101"});
+    type_in("din\ndin 3 0\n\nnonsense\ndin 2 1\ndin\n");
+    EXPECT_EQ(line(), "inputs 10000101, outputs 0000000");
+    EXPECT_EQ(line(), "inputs 10000011, outputs 0000000");
+    type_in("din 4 pul");
+    type_in("se 3600000\ndin\n");
+    EXPECT_EQ(line(), "inputs 10001011, outputs 0000000");
+}
+
+TEST_F(DriveSim, WithALinkItReadsItsInputToo) {
+    start({"--link", (folder_ / "line").string()});
+    type_in("din 1 1\ndin\n");
+    EXPECT_EQ(line(), "inputs 00000001, outputs 0000000");
+    close(input_);
+    input_ = -1;
+    open_line();
+    EXPECT_EQ(ask(kRead).size(), 10U);
 }
 
 TEST_F(DriveSim, TheLineIsRaw) {
@@ -278,6 +312,7 @@ TEST_F(DriveSim, WrongUseIsRefused) {
     EXPECT_EQ(exit_status(data + "--set 6410=1"), 2);
     EXPECT_EQ(exit_status(data + "--id 256"), 2);
     EXPECT_EQ(exit_status(data + "--what"), 2);
+    EXPECT_EQ(exit_status(data + "--din 101"), 2);
     EXPECT_EQ(exit_status(data + "--fault boot-silent:all"), 2);
     for (const char* type : {"'A B'", "''", "go", "SEVENTEENLETTERSX"}) {
         EXPECT_EQ(exit_status(data + "--type " + type), 2) << type;
