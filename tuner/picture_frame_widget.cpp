@@ -13,8 +13,8 @@ namespace {
 constexpr int kLine = 1;  // around the picture
 }
 
-PictureFrameWidget::PictureFrameWidget(const TunerData& data, QWidget* parent)
-    : QWidget(parent), picture_(named(new PictureWidget(data, this), "PictureA")) {
+PictureFrameWidget::PictureFrameWidget(const TunerData& held, QWidget* parent)
+    : QWidget(parent), picture_(named(new PictureWidget(held, this), "PictureA")) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

@@ -11,7 +11,7 @@ class PictureFrameWidget final : public QWidget {
     Q_OBJECT
 
   public:
-    PictureFrameWidget(const TunerData& data, QWidget* parent);
+    PictureFrameWidget(const TunerData& held, QWidget* parent);
 
     PictureWidget& picture() { return *picture_; }
     // As those of the picture; the scales follow.

@@ -11,7 +11,7 @@ namespace servo::tuner {
 
 // Where the surface stands on what is painted on. A unit is the same length both ways.
 struct PictureFrame {
-    QPointF origin;
+    QPointF origin{};
     qreal pixels_per_unit = 1.0 / kUnitsPerPixel;
     qreal ratio = 1.0;  // pixels of the device to one of these pixels
 

@@ -19,8 +19,8 @@ constexpr int kManyPixels = 10;
 
 }  // namespace
 
-PictureWidget::PictureWidget(const TunerData& data, QWidget* parent)
-    : QWidget(parent), data_(data), image_(data) {
+PictureWidget::PictureWidget(const TunerData& held, QWidget* parent)
+    : QWidget(parent), data_(held), image_(held) {
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::CrossCursor);

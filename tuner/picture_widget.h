@@ -14,7 +14,7 @@ class PictureWidget final : public QWidget {
 
   public:
     // The data outlives the widget.
-    PictureWidget(const TunerData& data, QWidget* parent);
+    PictureWidget(const TunerData& held, QWidget* parent);
 
     // What is drawn has changed.
     void show_data(PictureMarks marks);

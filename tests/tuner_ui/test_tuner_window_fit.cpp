@@ -1,0 +1,73 @@
+// Nothing is cut and nothing lies over another, in both languages and with larger letters.
+#include "../app/cut_texts.h"
+#include "tuner_window_bench.h"
+
+namespace servo::tuner::test {
+namespace {
+
+class LargerFont {
+  public:
+    explicit LargerFont(qreal factor) : before_(QApplication::font()) {
+        QFont larger = before_;
+        larger.setPointSizeF(before_.pointSizeF() * factor);
+        QApplication::setFont(larger);
+    }
+    ~LargerFont() { QApplication::setFont(before_); }
+    LargerFont(const LargerFont&) = delete;
+    LargerFont& operator=(const LargerFont&) = delete;
+
+  private:
+    QFont before_;
+};
+
+class TunerWindowFit : public testing::TestWithParam<int> {
+  protected:
+    LargerFont font_{GetParam() / 100.0};
+
+    static void expect_nothing_cut(WindowBench& bench, const std::string& when) {
+        QApplication::processEvents();
+        for (const std::string& fault : app::test::CutTexts(when).find(bench.window))
+            ADD_FAILURE() << fault;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(FontPercent, TunerWindowFit, testing::Values(100, 150),
+                         [](const auto& font) { return std::to_string(font.param); });
+
+TEST_P(TunerWindowFit, NothingIsCutInEitherLanguageAndOnAnyTab) {
+    WindowBench bench;
+    bench.load();
+    bench.simulate();
+    for (const auto language : {base::Language::kChinese, base::Language::kEnglish}) {
+        bench.walk(language);
+        for (int type = 0; type < 6; ++type) {
+            for (const char* kind : {"Combo1", "Combo3", "Combo4", "Combo5", "Combo6", "Combo7"})
+                bench.choose(kind, type);
+            bench.control<QTabWidget>("TabAnalysis").setCurrentIndex(type % 3);
+            bench.window.resize(bench.window.minimumSizeHint());
+            expect_nothing_cut(bench, "type " + std::to_string(type));
+        }
+    }
+}
+
+TEST(TunerWindowSize, FitsASmallDeskAndGivesThePictureTheRest) {
+    WindowBench bench;
+    bench.load();
+    for (const auto language : {base::Language::kChinese, base::Language::kEnglish}) {
+        bench.walk(language);
+        for (int tab = 0; tab < 3; ++tab) {
+            bench.control<QTabWidget>("TabAnalysis").setCurrentIndex(tab);
+            EXPECT_LE(bench.window.minimumSizeHint().width(), 1000);
+            EXPECT_LE(bench.window.minimumSizeHint().height(), 580);
+        }
+    }
+    bench.window.resize(1200, 760);
+    QApplication::processEvents();
+    const QSize before = bench.picture().size();
+    bench.window.resize(1400, 860);
+    QApplication::processEvents();
+    EXPECT_EQ(bench.picture().size(), before + QSize(200, 100));
+}
+
+}  // namespace
+}  // namespace servo::tuner::test
