@@ -1,6 +1,7 @@
 #include "tuner/step_response.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <complex>
 
@@ -35,29 +36,56 @@ std::complex<double> closed_at(const ClosedVelocity& velocity, LoopKind loop, do
     return 0.0;
 }
 
-// Real parts at 0, 1, 2 ... times `spacing`.
-std::vector<double> real_parts(const ClosedVelocity& velocity, LoopKind loop, double hertz,
-                               double spacing, double end) {
+// Real parts at 0, 1, 2 ... times `spacing`, each over its number; that at 0 as it is.
+std::vector<double> sine_shares(const ClosedVelocity& velocity, LoopKind loop, double hertz,
+                                double spacing, double end) {
     const auto nodes = std::min(static_cast<std::size_t>(std::ceil(end / spacing)) + 1, kMostNodes);
-    std::vector<double> parts(nodes);
-    for (std::size_t k = 0; k < nodes; ++k)
-        parts[k] = closed_at(velocity, loop, static_cast<double>(k) * spacing, hertz).real();
-    return parts;
+    std::vector<double> shares(nodes);
+    for (std::size_t k = 0; k < nodes; ++k) {
+        const auto number = static_cast<double>(k);
+        shares[k] =
+            closed_at(velocity, loop, number * spacing, hertz).real() / std::max(number, 1.0);
+    }
+    return shares;
 }
 
 // 2/pi times the integral of Re T sin(wt)/w, by the trapezoidal rule; the sum of sines by
-// Clenshaw's recurrence.
-double value_at(const std::vector<double>& parts, double spacing, double time) {
-    const double angle = 2.0 * kPi * spacing * time;
-    const double twice = 2.0 * std::cos(angle);
-    double b1 = 0.0;
-    double b2 = 0.0;
-    for (std::size_t k = parts.size() - 1; k > 0; --k) {
-        const double b = parts[k] / static_cast<double>(k) + twice * b1 - b2;
-        b2 = b1;
-        b1 = b;
+// Clenshaw's recurrence. Several times go side by side, since each step of it waits for the one
+// before.
+constexpr std::size_t kLanes = 8;
+using Lanes = std::array<double, kLanes>;
+
+Lanes values_at(const std::vector<double>& shares, const Lanes& angles) {
+    Lanes twice{};
+    Lanes b1{};
+    Lanes b2{};
+    for (std::size_t lane = 0; lane < kLanes; ++lane)
+        twice[lane] = 2.0 * std::cos(angles[lane]);
+    for (std::size_t k = shares.size() - 1; k > 0; --k)
+        for (std::size_t lane = 0; lane < kLanes; ++lane) {
+            const double b = shares[k] + twice[lane] * b1[lane] - b2[lane];
+            b2[lane] = b1[lane];
+            b1[lane] = b;
+        }
+    Lanes values{};
+    for (std::size_t lane = 0; lane < kLanes; ++lane)
+        values[lane] =
+            2.0 / kPi * (shares[0] * angles[lane] / 2.0 + b1[lane] * std::sin(angles[lane]));
+    return values;
+}
+
+std::vector<double> values_over(const std::vector<double>& shares, double angle_step) {
+    std::vector<double> values;
+    values.reserve(kValues + kLanes);
+    while (values.size() < kValues) {
+        Lanes angles{};
+        for (std::size_t lane = 0; lane < kLanes; ++lane)
+            angles[lane] = angle_step * static_cast<double>(values.size() + lane);
+        const Lanes next = values_at(shares, angles);
+        values.insert(values.end(), next.begin(), next.end());
     }
-    return 2.0 / kPi * (parts[0] * angle / 2.0 + b1 * std::sin(angle));
+    values.resize(kValues);
+    return values;
 }
 
 // The time at which the curve first reaches the level.
@@ -100,12 +128,10 @@ StepResponse step_response(const TunerData& data, LoopKind loop) {
     const double spacing = 1.0 / (kRepeats * length);
     const double last = velocity.last_frequency();
     const double hertz = data.simulation.gains.loopScale;
-    const std::vector<double> parts =
-        real_parts(velocity, loop, hertz, spacing, std::min(kTail * last, kBeyond * crossover));
+    const std::vector<double> shares =
+        sine_shares(velocity, loop, hertz, spacing, std::min(kTail * last, kBeyond * crossover));
     r.time_step = length / static_cast<double>(kValues - 1);
-    r.values.resize(kValues);
-    for (std::size_t i = 0; i < kValues; ++i)
-        r.values[i] = value_at(parts, spacing, static_cast<double>(i) * r.time_step);
+    r.values = values_over(shares, 2.0 * kPi * spacing * r.time_step);
     read_figures(r);
 
     r.unstable = !all.velocity.margins.stable || !figures.margins.stable;
