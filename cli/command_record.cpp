@@ -1,9 +1,9 @@
 // record: one recording of the oscilloscope into a .scope file.
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "cli/commands.h"
 #include "cli/recorder_run.h"
+#include "cli/result_file.h"
 #include "params/codec.h"
 #include "params/formula.h"
 #include "scope/scope_file.h"
@@ -52,25 +52,12 @@ std::optional<std::string> check_targets(const Options& options, const RecordTar
     return std::nullopt;
 }
 
-// Found before a long wait for a trigger, not after it.
-bool can_be_written(const std::filesystem::path& file) {
-    std::error_code error;
-    if (std::filesystem::is_directory(file, error)) return false;
-    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
-    return std::filesystem::is_directory(folder, error) && access(folder.c_str(), W_OK) == 0;
-}
-
 // The level as the drive counts it. Nothing when it fits into no 32 bits.
 std::optional<std::int32_t> raw_level(const Options& options, const Target& trigger,
                                       const link::FormulaOperands& operands) {
     const std::optional<double> value = params::text_to_value(
         options.record.trigger->level, trigger.unit, trigger.row.formula, operands);
     return value ? params::commit_value(*value) : std::nullopt;
-}
-
-ExitStatus cannot_write(const std::filesystem::path& file, const Output& output) {
-    output.message(fmt::format("servoctl: {} can't be written", file.string()));
-    return ExitStatus::kFile;
 }
 
 ExitStatus write_file(const Options& options, scope::ScopeData& data,
@@ -112,8 +99,7 @@ ExitStatus check_record(const Options& options, const RecordTargets& targets,
         output.message("servoctl: " + *wrong);
         return ExitStatus::kWrongUse;
     }
-    if (!can_be_written(options.record.file)) return cannot_write(options.record.file, output);
-    return ExitStatus::kDone;
+    return check_result_file(options.record.file, output);
 }
 
 ExitStatus run_record(const Options& options, const RecordTargets& targets,

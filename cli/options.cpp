@@ -31,6 +31,7 @@ struct Raw {
     int edge = 1;
     std::optional<int> offset;
     std::string image;
+    std::string bode;
 };
 
 std::string check_key(std::string& text) {
@@ -185,6 +186,24 @@ void add_flash(CLI::App& app, Raw& raw) {
                       "Done only when the drive answers behind it, with the image's check value");
 }
 
+void add_scan(CLI::App& app, Raw& raw) {
+    ScanOptions& scan = raw.options.scan;
+    CLI::App* command = add_command(app, raw, CommandName::kScan, "scan",
+                                    "Make one frequency scan; the motor moves by itself");
+    command->add_option("OUT", raw.bode, "The .bode file to write")->required()->type_name("");
+    const auto add = [command](const char* name, int& value, const char* unit, int least, int most,
+                               const char* help) {
+        command->add_option(name, value, help)
+            ->required()
+            ->type_name(unit)
+            ->check(CLI::Range(least, most).description(""));
+    };
+    add("--start", scan.start, "HZ", 4, 900, "First frequency, 4 to 900");
+    add("--stop", scan.stop, "HZ", 4, 1000, "Last frequency, up to 1000; at least start and step");
+    add("--step", scan.step, "HZ", 3, 200, "From one frequency to the next, 3 to 200");
+    add("--current", scan.current, "N", 32, 800, "Excitation in the drive's units, 32 to 800");
+}
+
 void add_commands(CLI::App& app, Raw& raw) {
     add_command(app, raw, CommandName::kPorts, "ports", "List the serial ports");
     add_dict(app, raw);
@@ -215,6 +234,7 @@ void add_commands(CLI::App& app, Raw& raw) {
 
     add_record(app, raw);
     add_flash(app, raw);
+    add_scan(app, raw);
     add_command(app, raw, CommandName::kFaults, "faults", "Show the faults of the drive");
     add_command(app, raw, CommandName::kFormula, "formula",
                 "Evaluate formula requests from standard input");
@@ -235,6 +255,7 @@ Options finish(Raw& raw) {
     for (const std::string& key : raw.keys)
         options.keys.push_back(parse_key(key).value_or(0));
     options.flash.file = raw.image;
+    options.scan.file = raw.bode;
     options.id = static_cast<std::uint8_t>(raw.id);
     options.data = raw.data;
     options.language = raw.language == "zh" ? base::Language::kChinese : base::Language::kEnglish;

@@ -24,6 +24,7 @@ enum class CommandName : std::uint8_t {
     kWatch,
     kRecord,
     kFlash,
+    kScan,
     kFaults,
     kFormula,
 };
@@ -49,6 +50,15 @@ struct FlashOptions {
     bool verify = false;
 };
 
+// The plan of `scan`, within the limits of the tuner's boxes.
+struct ScanOptions {
+    std::filesystem::path file;
+    int start = 0;  // Hz
+    int stop = 0;
+    int step = 0;
+    int current = 0;  // excitation, in the drive's units
+};
+
 struct Options {
     std::string port;  // device path, or the text of the port list; empty: the port used last
     bool sim = false;
@@ -67,6 +77,7 @@ struct Options {
     std::chrono::milliseconds every{1000};   // watch: from the start of a round to the next
     RecordOptions record;
     FlashOptions flash;
+    ScanOptions scan;
 };
 
 // The program ends here: help that was asked for, or wrong use.

@@ -1,5 +1,6 @@
 #include "cli/run.h"
 
+#include "cli/command_scan.h"
 #include "cli/commands.h"
 
 namespace servo::cli {
@@ -31,6 +32,7 @@ ExitStatus run_on_link(const Options& options, const std::vector<Target>& target
         case CommandName::kDictShow:
         case CommandName::kRecord:
         case CommandName::kFlash:
+        case CommandName::kScan:
         case CommandName::kFormula:
             break;
     }
@@ -68,6 +70,14 @@ ExitStatus flash(const Options& options, Environment& environment, const Output&
     });
 }
 
+ExitStatus scan(const Options& options, Environment& environment, const Output& output) {
+    const ExitStatus wrong = check_scan(options, output);
+    if (wrong != ExitStatus::kDone) return wrong;
+    return on_engine(options, environment, output, [&](link::Engine& engine, LinkSession& session) {
+        return run_scan(options, engine, session, output);
+    });
+}
+
 // Everything that can be refused by the dictionary alone is refused before a line is touched.
 ExitStatus run_on_objects(const Options& options, const dictionary::Store& dictionary,
                           Environment& environment, const Output& output) {
@@ -93,6 +103,7 @@ ExitStatus run_command(const Options& options, Environment& environment, const O
     if (options.command == CommandName::kFaults)
         return run_on_link(options, {}, environment, output);
     if (options.command == CommandName::kFlash) return flash(options, environment, output);
+    if (options.command == CommandName::kScan) return scan(options, environment, output);
     dictionary::Store dictionary;
     if (!dictionary.open_dat(options.data)) return no_dictionary(options, output);
     if (options.command == CommandName::kDictFind)

@@ -6,6 +6,7 @@ set(SERVO_CTL_PLAIN
     command_formula.cpp
     command_objects.cpp
     command_record.cpp
+    command_scan.cpp
     command_write.cpp
     drive_texts.cpp
     engine_session.cpp
@@ -13,6 +14,7 @@ set(SERVO_CTL_PLAIN
     output.cpp
     recorder_run.cpp
     recorder_watch.cpp
+    result_file.cpp
     run.cpp
     target.cpp)
 set(SERVO_CTL_QT

@@ -234,10 +234,14 @@ std::int32_t FrequencyScan::value_of(std::uint8_t step) const {
 void FrequencyScan::send_step(link::Engine& engine) {
     passes_ = 0;
     if (stop_ != Stop::kNo) return send_stop();
+    if (const auto asked = request())
+        engine.sendata2(asked->key, asked->value, asked->read ? 1 : 0);
+}
+
+std::optional<ScanRequest> FrequencyScan::request() const {
     const Exchange* asked = exchange(state_.scanStep);
-    if (asked == nullptr) return;
-    const bool read = asked->answer != link::kWritten;
-    engine.sendata2(asked->key, value_of(state_.scanStep), read ? 1 : 0);
+    if (!active() || asked == nullptr) return std::nullopt;
+    return ScanRequest{asked->key, value_of(state_.scanStep), asked->answer != link::kWritten};
 }
 
 void FrequencyScan::send_stop() {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "link/engine.h"
 #include "link/job.h"
@@ -26,6 +27,13 @@ class ScanObserver {
     virtual void scan_ended(bool finished) = 0;
 };
 
+// A request of the job.
+struct ScanRequest {
+    link::WireKey key = 0;
+    std::int32_t value = 0;
+    bool read = false;
+};
+
 // What it measures replaces the scan that was there when it is whole, and not before: a scan that
 // is cut off leaves data, picture and label as they were.
 class FrequencyScan final : public link::Job {
@@ -43,6 +51,8 @@ class FrequencyScan final : public link::Job {
     const ScanSettings& settings() const { return settings_; }
     int points() const { return buffers_.pointCount; }
 
+    // Addition: what it asks now, again and again; nothing while it warms up or is idle.
+    std::optional<ScanRequest> request() const;
     // Addition: how far the scan has come, 0 to 1000; the drive's own measuring counts as a part
     // that is known only from its state, so the figure rests at it.
     int progress() const;
