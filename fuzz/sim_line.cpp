@@ -54,6 +54,15 @@ constexpr std::array kEntries{
     Entry{"23000D", "Integer32", "RW"},      Entry{"23000E", "Unsigned16", "RL"},
     Entry{"23000F", "Unsigned16", "RL"},     Entry{"230010", "Unsigned8", "RL"},
     Entry{"230012", "Unsigned8", "RW"},      Entry{"230013", "Visible String", "R"},
+    Entry{"201001", "Unsigned16", "RWL"},    Entry{"201002", "Unsigned16", "RWL"},
+    Entry{"201003", "Unsigned16", "RWL"},    Entry{"201004", "Unsigned16", "RWL"},
+    Entry{"20100C", "Unsigned16", "RWL"},    Entry{"20100F", "Unsigned16", "RWL"},
+    Entry{"201014", "Unsigned16", "RL"},     Entry{"201106", "Unsigned8", "RW"},
+    Entry{"201301", "Unsigned32", "RW"},     Entry{"213001", "Unsigned8", "RW"},
+    Entry{"310001", "Integer32", "RW"},      Entry{"310201", "Integer32", "RW"},
+    Entry{"310301", "Integer32", "RW"},      Entry{"310501", "Unsigned16", "RW"},
+    Entry{"310701", "Unsigned8", "RW"},      Entry{"311003", "Unsigned8", "RW"},
+    Entry{"311004", "Unsigned8", "RL"},      Entry{"311008", "Unsigned32", "RW"},
 };
 
 std::string dictionary_file() {
@@ -102,6 +111,8 @@ void check(servo::sim::Drive& drive) {
     const auto buffer = drive.text(0x230013).value_or("");
     require(rows <= 8192 && buffer.size() <= 8192, "a recording fits its buffer");
     require(drive.value(0x230007).value_or(0) <= 3, "the recorder has four states");
+    require(drive.value(0x311004).value_or(0) <= 5, "the position table has six states");
+    require(drive.value(0x201014).value_or(0) <= 0x7F, "there are seven outputs");
     const auto& statistics = drive.statistics();
     require(statistics.answers <= statistics.frames, "no answer without a request");
 }

@@ -1,10 +1,13 @@
-// The texts that the simulated drive reads: its value table, its stored parameters, its options.
+// The texts that the simulated drive reads: its value table, its stored parameters, its options,
+// the lines of its program's input.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "sim/drive.h"
+#include "sim/input_lines.h"
 #include "sim/memory.h"
 #include "sim/options.h"
 #include "sim/value_table.h"
@@ -49,6 +52,23 @@ void options(std::string_view text) {
     servo::sim::add_setting(options, text);
 }
 
+void lines(std::string_view text) {
+    static const servo::dictionary::Store kStore;
+    static servo::sim::Drive drive(kStore, {});
+    for (int pin = 0; pin < 8; ++pin)
+        drive.set_pin(pin, false);
+    servo::sim::LineCutter cutter;
+    // In two pieces: where a line is cut makes no difference.
+    cutter.put(text.substr(0, text.size() / 2));
+    cutter.put(text.substr(text.size() / 2));
+    while (const auto line = cutter.next()) {
+        const std::uint8_t before = drive.input_pins();
+        const auto answer = servo::sim::obey_line(drive, *line);
+        require(answer.good || !answer.text.empty(), "what is wrong is said");
+        require(answer.good || drive.input_pins() == before, "and does nothing");
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -56,5 +76,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     value_table(text);
     memory(text);
     options(text);
+    lines(text);
     return 0;
 }
