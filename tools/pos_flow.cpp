@@ -45,9 +45,7 @@ std::span<const PosFlowText> pos_flow_texts() {
 }
 
 PosFlow::PosFlow(PosFlowServices services)
-    : PollWindow("PosFlow"),
-      services_(std::move(services)),
-      job_(data_, services_.engine, *this) {
+    : PollWindow("PosFlow"), services_(std::move(services)), job_(data_, services_.engine, *this) {
     data_.Combo2 = stored_items(services_.language);
     data_.grids = make_grids(services_.language, data_.Combo2);
     services_.engine.add_job(link::JobPlace::kPositionFlow, job_);
@@ -81,12 +79,17 @@ bool PosFlow::may_begin() {
     return true;
 }
 
+void PosFlow::begin(std::int32_t mode) {
+    job_end_.reset();
+    last_job_ = mode;
+    job_.start(mode);
+}
+
 void PosFlow::Command1_Click() {
     if (!may_begin()) return;
     remember();
     clear_grids(data_.grids, data_.Combo2);
-    job_end_.reset();
-    job_.start(kReadTable);
+    begin(kReadTable);
     hide_editors();
     grids_changed();
     labels_changed();
@@ -94,8 +97,7 @@ void PosFlow::Command1_Click() {
 
 void PosFlow::Command2_Click() {
     if (!may_begin()) return;
-    job_end_.reset();
-    job_.start(kWriteTable);
+    begin(kWriteTable);
     labels_changed();
 }
 
@@ -157,12 +159,12 @@ void PosFlow::MSHFlexGrid2_Click(int row, int column) {
             const bool mode = column == step_column::kMode;
             const ListItems& items = mode ? kCombo1Items : data_.Combo2;
             const auto found = std::ranges::find(items, text);
-            editor_ = {.box = mode ? PosFlowBox::kCombo1 : PosFlowBox::kCombo2,
-                       .row = row,
-                       .column = column,
-                       .text = text,
-                       .selected =
-                           found == items.end() ? -1 : static_cast<int>(found - items.begin())};
+            editor_ = {
+                .box = mode ? PosFlowBox::kCombo1 : PosFlowBox::kCombo2,
+                .row = row,
+                .column = column,
+                .text = text,
+                .selected = found == items.end() ? -1 : static_cast<int>(found - items.begin())};
             if (observer_ != nullptr) observer_->editor_changed();
             break;
         }
@@ -281,8 +283,7 @@ void PosFlow::update_CTL_REG(int row, std::uint16_t value) {
 
 void PosFlow::show_register() {
     const int row = data_.selected_row;
-    update_CTL_REG(row,
-                   register_of_text(data_.grids.MSHFlexGrid2.at(row, step_column::kCtlReg)));
+    update_CTL_REG(row, register_of_text(data_.grids.MSHFlexGrid2.at(row, step_column::kCtlReg)));
 }
 
 void PosFlow::change_my_language() {
@@ -304,8 +305,9 @@ link::Identity PosFlow::get_ods(int row) const {
 }
 
 std::string_view PosFlow::get_odtype(int row) const {
-    return row >= 0 && row <= get_ODS_Num() ? std::string_view(rows_[static_cast<std::size_t>(row)].type)
-                                            : std::string_view();
+    return row >= 0 && row <= get_ODS_Num()
+               ? std::string_view(rows_[static_cast<std::size_t>(row)].type)
+               : std::string_view();
 }
 
 void PosFlow::set_ods(int row, double value) {
@@ -324,6 +326,7 @@ void PosFlow::table_job_moved() {
 
 void PosFlow::table_job_ended(TableJobEnd end) {
     job_end_ = end;
+    ended_row_ = services_.engine.state.batch_row;
     grids_changed();
     labels_changed();
 }

@@ -47,7 +47,8 @@ struct PosFlowEditor {
     PosFlowBox box = PosFlowBox::kNone;
     int row = 0;
     int column = 0;
-    std::string text;   // of a text box: what it opens with, all selected; empty behind a wrong entry
+    std::string
+        text;  // of a text box: what it opens with, all selected; empty behind a wrong entry
     int selected = -1;  // of a drop-down
 };
 
@@ -131,6 +132,9 @@ class PosFlow final : public link::PollWindow, private TableJobObserver {
     int running_step() const { return running_step_; }
     // How the last job ended; nothing before the first, and while one runs.
     const std::optional<TableJobEnd>& job_end() const { return job_end_; }
+    std::int32_t last_job() const { return last_job_; }  // kReadTable, kWriteTable, or 0
+    // The object that the job stands at, or the last one stood at.
+    int job_row() const { return job_running() ? services_.engine.state.batch_row : ended_row_; }
     // Where flow and motion begin.
     int start_step() const { return start_step_; }
     void set_start_step(int step);
@@ -170,6 +174,7 @@ class PosFlow final : public link::PollWindow, private TableJobObserver {
     void link_was_closed() override;
 
     bool may_begin();
+    void begin(std::int32_t mode);
     void open_text(PosFlowBox box, int row, int column, const std::string& text);
     void show_register();
     void commit(std::string_view text);
@@ -189,6 +194,8 @@ class PosFlow final : public link::PollWindow, private TableJobObserver {
     std::vector<LiveRow> rows_;
     PositionFileRows imported_;
     std::optional<TableJobEnd> job_end_;
+    std::int32_t last_job_ = 0;
+    int ended_row_ = 0;
     int running_step_ = -1;
     int start_step_ = 0;
     std::string copied_;

@@ -18,7 +18,7 @@ std::string position_file_bytes(const PositionGrids& grids);
 struct PositionFileRows {
     int steps = 0;
     int ramps = 0;
-    int skipped = 0;  // lines that were none
+    int skipped = 0;         // lines that were none
     bool all_steps = false;  // every row was there
     bool all_ramps = false;
 };

@@ -56,13 +56,13 @@ class Finder {
         const PositionStep& step = program_.step(index);
         const FlowStep& flow = flow_.step(index);
         if (index == flow_.start && step.empty) {
-            add(kFault, index, {"起始段为空：没有动作。", "the start step is empty: nothing moves."});
+            add(kFault, index,
+                {"起始段为空：没有动作。", "the start step is empty: nothing moves."});
             return;
         }
         if (step.empty) return;
         if (!flow.reached)
-            add(kWarning, index,
-                {"从第 {0} 段开始永远执行不到。", "never reached from step {0}."},
+            add(kWarning, index, {"从第 {0} 段开始永远执行不到。", "never reached from step {0}."},
                 std::to_string(flow_.start));
         const std::string next = std::to_string(step.next());
         switch (flow.link) {
@@ -76,8 +76,8 @@ class Finder {
                     add(kNote, index, {"位置表在此停止。", "the table stops here."});
                 break;
             case FlowLink::kToNothing:
-                add(kFault, index, {"转到第 {0} 段，该段为空。", "goes on to step {0}, which is empty."},
-                    next);
+                add(kFault, index,
+                    {"转到第 {0} 段，该段为空。", "goes on to step {0}, which is empty."}, next);
                 break;
             case FlowLink::kToItself:
                 add(kWarning, index,
@@ -109,7 +109,8 @@ class Finder {
                          "starts by interrupt, but no condition is chosen."});
                 break;
             case StepStart::kUndefined:
-                add(kFault, index, {"位 14-15 为 3，未定义。", "bits 14 and 15 are 3: not defined."});
+                add(kFault, index,
+                    {"位 14-15 为 3，未定义。", "bits 14 and 15 are 3: not defined."});
                 break;
         }
         if (step.mode() == StepMode::kUndefined)
@@ -170,8 +171,8 @@ class Finder {
     // Plain digits read back as they stand.
     static bool plain_number(std::string_view text) {
         if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
-        const bool digits = std::ranges::all_of(
-            text, [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
+        const bool digits =
+            std::ranges::all_of(text, [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
         return digits && !text.empty() && text != "." && std::ranges::count(text, '.') <= 1;
     }
 
@@ -187,8 +188,7 @@ class Finder {
             base::leading_number(grids_.MSHFlexGrid2.at(index + 1, column)) * factor;
         // What rounds into the range fits.
         if (value >= low - 0.5 && value < high + 0.5) return;
-        add(kFault, index,
-            {"{0} 超出驱动器的范围。", "{0} is beyond what the drive can hold."},
+        add(kFault, index, {"{0} 超出驱动器的范围。", "{0} is beyond what the drive can hold."},
             grids_.MSHFlexGrid2.at(0, column));
     }
 
@@ -197,10 +197,13 @@ class Finder {
         const PositionRamp& ramp = *program_.ramp(index);
         for (const double value : {ramp.acceleration, ramp.deceleration}) {
             if (std::fabs(ramp_to_drive(value, resolution_)) <= kWideHigh) continue;
-            Finding finding{kFault, -1, index,
+            Finding finding{kFault,
+                            -1,
+                            index,
                             {"加减速表第 {0} 项超出驱动器的范围。",
                              "entry {0} of the ramps is beyond what the drive can hold."},
-                            std::to_string(index), {}};
+                            std::to_string(index),
+                            {}};
             found_.push_back(std::move(finding));
         }
     }
@@ -211,7 +214,8 @@ class Finder {
             for (const int step : loop)
                 steps += std::to_string(step) + " → ";
             steps += std::to_string(loop.front());
-            add(kNote, loop.front(), {"循环：{0}，没有终点。", "loop: {0}, without an end."}, steps);
+            add(kNote, loop.front(), {"循环：{0}，没有终点。", "loop: {0}, without an end."},
+                steps);
             look_at_travel(loop);
         }
         for (int index = 0; index < kPositionSteps; ++index)
@@ -249,8 +253,8 @@ std::vector<Finding> find_faults(const PositionGrids& grids, const PositionProgr
 }
 
 std::string finding_text(const Finding& finding, base::Language language) {
-    std::string what = fmt::format(fmt::runtime(finding.pattern.in(language)), finding.first,
-                                   finding.second);
+    std::string what =
+        fmt::format(fmt::runtime(finding.pattern.in(language)), finding.first, finding.second);
     if (finding.step < 0) return what;
     const base::Text subject{"第 {} 段：{}", "Step {}: {}"};
     return fmt::format(fmt::runtime(subject.in(language)), finding.step, what);

@@ -12,7 +12,7 @@ namespace servo::tools {
 
 namespace {
 
-constexpr double kLane = 5;   // between two arrows that lead back
+constexpr double kLane = 5;  // between two arrows that lead back
 constexpr int kLanes = 4;
 constexpr double kEntry = 0.3;  // where an arrow from below meets the box, of its width
 constexpr int kDecimals = 2;
@@ -143,8 +143,9 @@ class Layout {
         const double gap = from.bottom() + sizes_.gap_y / 2;
         const double right = from.right() + sizes_.gap_x / 2;
         const double left = to.x - sizes_.gap_x / 2;
-        return {{from.right(), from.middle_y()}, {right, from.middle_y()}, {right, gap},
-                {left, gap},                     {left, to.middle_y()},    {to.x, to.middle_y()}};
+        return {
+            {from.right(), from.middle_y()}, {right, from.middle_y()}, {right, gap}, {left, gap},
+            {left, to.middle_y()},           {to.x, to.middle_y()}};
     }
 
     std::vector<PicturePoint> back_points(const PictureRect& from, const PictureRect& to) {

@@ -1,6 +1,6 @@
-// Addition: where the boxes and arrows of the table's flow stand. Chains run from left to right, row
-// below row; an arrow that leads back keeps to the gaps between the rows and to the left margin, so
-// no box is crossed. What is told by a colour is also told by a shape and by text.
+// Addition: where the boxes and arrows of the table's flow stand. Chains run from left to right,
+// row below row; an arrow that leads back keeps to the gaps between the rows and to the left
+// margin, so no box is crossed. What is told by a colour is also told by a shape and by text.
 #pragma once
 
 #include <array>
@@ -58,15 +58,15 @@ struct FlowBox {
 };
 
 enum class ArrowKind : std::uint8_t {
-    kNext,    // to the next box of the chain
-    kBack,    // to a box that stands already: closes a loop, or joins another chain
+    kNext,  // to the next box of the chain
+    kBack,  // to a box that stands already: closes a loop, or joins another chain
     kItself,
 };
 struct FlowArrow {
     int from = 0;
     int to = 0;
     ArrowKind kind = ArrowKind::kNext;
-    bool interrupts = false;        // the step it leads to may begin before this one has ended
+    bool interrupts = false;           // the step it leads to may begin before this one has ended
     std::vector<PicturePoint> points;  // horizontal and vertical lines; the head at the last
 };
 

@@ -160,7 +160,8 @@ std::string motion_end_text(const Motion& motion, base::Language language) {
         case MotionEnd::kStops:
             return say({"在第 {} 段停止。", "Stops behind step {}."});
         case MotionEnd::kRepeats:
-            return say({"从第 {} 段起重复，显示两圈。", "Repeats from step {}; two rounds are shown."});
+            return say(
+                {"从第 {} 段起重复，显示两圈。", "Repeats from step {}; two rounds are shown."});
         case MotionEnd::kLimit:
             return say({"在第 {} 段达到显示上限（300 次执行）。",
                         "Shown up to step {}: 300 runs of steps are the limit."});

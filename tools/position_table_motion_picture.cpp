@@ -43,7 +43,8 @@ double y_of(const PictureRect& plot, const Range& range, double value) {
 // The labels of a height axis, from below.
 std::vector<PictureTick> height_ticks(const PictureRect& plot, const Range& range, double row) {
     std::vector<PictureTick> ticks;
-    const double step = tick_distance(range.span(), std::max(1, static_cast<int>(plot.height / row)));
+    const double step =
+        tick_distance(range.span(), std::max(1, static_cast<int>(plot.height / row)));
     for (double n = std::ceil(range.low / step); n * step <= range.high; ++n)
         ticks.push_back({y_of(plot, range, n * step), base::format_up_to(n * step, kMostDecimals)});
     return ticks;
@@ -84,14 +85,13 @@ class Drawing {
     void add_curves() {
         for (const MotionPart& part : motion_.parts) {
             const double pixels = part.duration / picture_.seconds_per_pixel;
-            const int points = part.acceleration == 0
-                                   ? 1
-                                   : 1 + static_cast<int>(pixels / kPixelsPerPoint);
+            const int points =
+                part.acceleration == 0 ? 1 : 1 + static_cast<int>(pixels / kPixelsPerPoint);
             for (int k = 0; k <= points; ++k) {
                 const double since = part.duration * k / points;
                 const double x = picture_.x_of(part.begin + since);
-                const double position = part.position + part.speed * since +
-                                        part.acceleration * since * since / 2;
+                const double position =
+                    part.position + part.speed * since + part.acceleration * since * since / 2;
                 picture_.position.push_back(
                     {x, y_of(picture_.position_plot, positions_, position)});
                 if (k != 0 && k != points) continue;
@@ -162,9 +162,10 @@ std::string motion_reading(const Motion& motion, double time, double resolution,
     if (step < 0) return {};
     const base::Text text{"t = {} s：第 {} 段，位置 {} inc，速度 {} rpm",
                           "t = {} s: step {}, position {} inc, speed {} rpm"};
-    return fmt::format(fmt::runtime(text.in(language)), base::format_fixed(time, 3), step,
-                       base::format_whole(motion.position_at(time)),
-                       base::format_fixed(motion.speed_at(time) * kSecondsPerMinute / resolution, 1));
+    return fmt::format(
+        fmt::runtime(text.in(language)), base::format_fixed(time, 3), step,
+        base::format_whole(motion.position_at(time)),
+        base::format_fixed(motion.speed_at(time) * kSecondsPerMinute / resolution, 1));
 }
 
 }  // namespace servo::tools

@@ -16,7 +16,7 @@ struct PictureTick {
 
 struct MotionBand {
     int step = 0;
-    PictureRect rect;      // both plots high
+    PictureRect rect;       // both plots high
     double delay_from = 0;  // x from which on the axis rests
     bool labelled = false;  // there is room for the step's number
 };
@@ -27,8 +27,8 @@ struct MotionSizes {
     double top = 22;  // step numbers
     double gap = 18;  // between the plots
     double bottom = 26;
-    double tick = 70;  // least distance of two labels of the time axis
-    double row = 26;   // the same of a height axis
+    double tick = 70;   // least distance of two labels of the time axis
+    double row = 26;    // the same of a height axis
     double label = 18;  // least width of a band with a number
 };
 

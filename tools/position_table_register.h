@@ -59,8 +59,8 @@ std::uint16_t compose_register(const RegisterValues& fields);
 int register_field_of(std::uint16_t value, int field);
 
 // The register of a cell: hexadecimal text, of which four digits from 8000 up come out negative and
-// are brought into the unsigned range. Of longer texts the low 16 bits count. What is no hexadecimal
-// text reads as 0.
+// are brought into the unsigned range. Of longer texts the low 16 bits count. What is no
+// hexadecimal text reads as 0.
 std::uint16_t register_of_text(std::string_view text);
 std::string register_text(std::uint16_t value);
 

@@ -137,7 +137,8 @@ std::string paste_text(const PasteResult& result, const StepGrid& steps, base::L
                     "pasted."},
                    {});
     if (result.rows == 0)
-        return std::string(base::Text{"剪贴板中没有可粘贴的行。", "There is no row to paste."}.in(language));
+        return std::string(
+            base::Text{"剪贴板中没有可粘贴的行。", "There is no row to paste."}.in(language));
     return {};
 }
 
@@ -154,8 +155,8 @@ bool fill_down(StepGrid& steps, int first_row, int last_row, int column, const L
         } else {
             RegisterValues fields =
                 decode_register(register_of_text(steps.at(row, step_column::kCtlReg)));
-            const auto field = static_cast<std::size_t>(mode ? register_field::kMode
-                                                             : register_field::kStartCond);
+            const auto field =
+                static_cast<std::size_t>(mode ? register_field::kMode : register_field::kStartCond);
             fields[field] = from[field];
             steps.at(row, step_column::kCtlReg) = register_text(compose_register(fields));
         }

@@ -14,9 +14,9 @@ std::string copy_rows(const StepGrid& steps, int first_row, int last_row);
 
 // What became of a paste.
 struct PasteResult {
-    int rows = 0;  // that were written; 0 when nothing was, the table is then as before
-    int bad_line = 0;    // from 1; the first that can't be taken
-    int bad_column = 0;  // of `MSHFlexGrid2`; 0 when the line has another number of cells
+    int rows = 0;           // that were written; 0 when nothing was, the table is then as before
+    int bad_line = 0;       // from 1; the first that can't be taken
+    int bad_column = 0;     // of `MSHFlexGrid2`; 0 when the line has another number of cells
     bool too_many = false;  // the lines reach beyond the last row
 };
 

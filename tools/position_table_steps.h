@@ -51,9 +51,7 @@ struct PositionProgram {
     std::array<PositionStep, kPositionSteps> steps;
     std::array<PositionRamp, kPositionRamps> ramps;
 
-    const PositionStep& step(int index) const {
-        return steps.at(static_cast<std::size_t>(index));
-    }
+    const PositionStep& step(int index) const { return steps.at(static_cast<std::size_t>(index)); }
     // Nothing for an index of 8 or more.
     const PositionRamp* ramp(int index) const {
         return index >= 0 && index < kPositionRamps ? &ramps[static_cast<std::size_t>(index)]

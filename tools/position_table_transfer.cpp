@@ -53,9 +53,8 @@ double cell_number(const StepGrid& grid, int row, int column) {
 
 std::int32_t fit(double value) {
     const std::int64_t whole = base::round_half_even(value);
-    return static_cast<std::int32_t>(
-        std::clamp<std::int64_t>(whole, std::numeric_limits<std::int32_t>::min(),
-                                 std::numeric_limits<std::int32_t>::max()));
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(
+        whole, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
 }  // namespace
@@ -81,8 +80,7 @@ std::optional<TransferList> load_transfer_list(const std::filesystem::path& fold
 TransferCell transfer_cell(int line) {
     using namespace step_column;
     if (line < kDecelerations) return {TransferUnit::kRamp, line + 1, ramp_column::kAcc};
-    if (line < kTargets)
-        return {TransferUnit::kRamp, line - kDecelerations + 1, ramp_column::kDec};
+    if (line < kTargets) return {TransferUnit::kRamp, line - kDecelerations + 1, ramp_column::kDec};
     if (line < kSpeeds) return {TransferUnit::kPosition, line - kTargets + 1, kPos};
     if (line < kDelays) return {TransferUnit::kSpeed, line - kSpeeds + 1, kSpeed};
     if (line < kRegisters) return {TransferUnit::kCount, line - kDelays + 1, kDelay};

@@ -20,8 +20,8 @@ inline constexpr std::string_view kTransferFile = "\\sys\\PosFlow.cdo";
 using TransferList = std::array<dictionary::WireKey, kTransferLines>;
 
 // A list of 208 lines of eight hexadecimal digits: index, sub-index, length in bits (08, 10, 20) or
-// size code (01, 02, 04). Blanks do not count. Nothing when a line is missing or is none: a list with
-// a gap would put values into wrong cells. What stands behind the last line is not read.
+// size code (01, 02, 04). Blanks do not count. Nothing when a line is missing or is none: a list
+// with a gap would put values into wrong cells. What stands behind the last line is not read.
 std::optional<TransferList> parse_transfer_list(std::string_view content);
 std::optional<TransferList> load_transfer_list(const std::filesystem::path& folder);
 

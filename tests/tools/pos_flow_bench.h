@@ -65,7 +65,7 @@ struct PosFlowForm : test::VirtualBench {
 
     base::Language language = base::Language::kEnglish;
     dictionary::Store store;
-    std::optional<std::string> answer;              // of the file dialog
+    std::optional<std::string> answer;            // of the file dialog
     std::vector<PositionFileQuestion> questions;  // that it was asked
     PosFlow form{{.engine = engine,
                   .notice = notice,

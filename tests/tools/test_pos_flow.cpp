@@ -57,10 +57,9 @@ TEST(PosFlowJobs, RefuseWithoutTheEncoderResolution) {
     bench.language = base::Language::kChinese;
     bench.form.Command2_Click();
     const std::string english = "Encoder data not initialized,can't fix the unit of speed,failed!";
-    EXPECT_EQ(bench.notice.boxes,
-              (Boxes{{" Notice", english},
-                     {" Notice", english},
-                     {" 提示", "编码器数据未初始化，不能确定速度的单位!"}}));
+    EXPECT_EQ(bench.notice.boxes, (Boxes{{" Notice", english},
+                                         {" Notice", english},
+                                         {" 提示", "编码器数据未初始化，不能确定速度的单位!"}}));
     EXPECT_EQ(bench.engine.state.batch_mode, 0);
     EXPECT_EQ(bench.cell(1, step_column::kPos), "5") << "not cleared";
 }

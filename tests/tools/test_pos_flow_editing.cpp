@@ -130,8 +130,7 @@ TEST(PosFlowEditing, AWrongFieldHasAMessage) {
     bench.language = base::Language::kChinese;
     bench.edit_field(9, "3");
     using Boxes = std::vector<std::pair<std::string, std::string>>;
-    EXPECT_EQ(bench.notice.boxes,
-              (Boxes{{" Notice", "Wrong Setting!"}, {" 提示", "输入错误!"}}));
+    EXPECT_EQ(bench.notice.boxes, (Boxes{{" Notice", "Wrong Setting!"}, {" 提示", "输入错误!"}}));
     EXPECT_EQ(bench.form.editor().box, kText3);
     EXPECT_EQ(bench.form.editor().text, "");
     EXPECT_EQ(bench.field(0), "0");

@@ -48,8 +48,7 @@ TEST(PosFlowLine, AWriteAndAReadGiveTheSameTexts) {
                   written.MSHFlexGrid2.at(row, step_column::kSpeed) + ".00");
     }
     for (int row = 1; row <= kPositionRamps; ++row)
-        EXPECT_EQ(bench.grids().MSHFlexGrid1.at(row, 1),
-                  written.MSHFlexGrid1.at(row, 1) + ".00");
+        EXPECT_EQ(bench.grids().MSHFlexGrid1.at(row, 1), written.MSHFlexGrid1.at(row, 1) + ".00");
 }
 
 TEST(PosFlowLine, ThePollerGoesOnBehindTheJobAndTheIndexIsLive) {
@@ -76,9 +75,7 @@ struct Faults {
 class PosFlowFaults : public testing::TestWithParam<Faults> {
   protected:
     void arm(PosFlowBench& bench) {
-        bench.drive.answers = [this](const link::Payload&) {
-            return chance() >= GetParam().lost;
-        };
+        bench.drive.answers = [this](const link::Payload&) { return chance() >= GetParam().lost; };
         bench.drive.mangle = [this](std::vector<std::uint8_t> frame) {
             if (chance() < GetParam().corrupted) {
                 const auto at = static_cast<std::size_t>(random_() % frame.size());
@@ -117,8 +114,7 @@ TEST_P(PosFlowFaults, TheGridEqualsTheTableInTheDrive) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, PosFlowFaults,
-                         testing::Values(Faults{"Lost", 0.3, 0, 0},
-                                         Faults{"Corrupted", 0, 0.3, 0},
+                         testing::Values(Faults{"Lost", 0.3, 0, 0}, Faults{"Corrupted", 0, 0.3, 0},
                                          Faults{"Doubled", 0, 0, 0.3},
                                          Faults{"All", 0.15, 0.15, 0.15}),
                          [](const auto& faults) { return std::string(faults.param.name); });
@@ -157,8 +153,7 @@ TEST(PosFlowLine, AnObjectThatIsRefusedForGoodEndsTheJob) {
     EXPECT_GE(bench.asked(100), 10);
     EXPECT_LE(bench.asked(100), 11);
     EXPECT_EQ(bench.asked(101), 0);
-    EXPECT_EQ(bench.drive.value(bench.object(99)),
-              value_for_drive(bench.grids(), 99, kResolution));
+    EXPECT_EQ(bench.drive.value(bench.object(99)), value_for_drive(bench.grids(), 99, kResolution));
 }
 
 TEST(PosFlowLine, ASilentDriveEndsNoJobByItself) {

@@ -14,8 +14,8 @@ TEST(PositionEntry, DigitsLettersBackspaceAndMinusPass) {
     for (char32_t key = 1; key < 128; ++key) {
         const bool digit = key >= U'0' && key <= U'9';
         const bool letter = (key >= U'a' && key <= U'z') || (key >= U'A' && key <= U'Z');
-        const bool told = digit || letter || key == params::kKeyBackspace || key == U'-' ||
-                          key == U'.';
+        const bool told =
+            digit || letter || key == params::kKeyBackspace || key == U'-' || key == U'.';
         EXPECT_EQ(position_key_passes(key, "12"), told) << static_cast<int>(key);
     }
     EXPECT_FALSE(position_key_passes(U'值', ""));
@@ -51,13 +51,13 @@ TEST_P(PositionLimits, AreInclusive) {
 
 INSTANTIATE_TEST_SUITE_P(
     Columns, PositionLimits,
-    testing::Values(
-        Limit{"Pos", step_column::kPos, "-2147483648", "2147483648", "-2147483649", "2147483649"},
-        Limit{"Speed", step_column::kSpeed, "-2147483648", "2147483648", "-2147483648.5",
-              "2147483648.5"},
-        Limit{"Delay", step_column::kDelay, "0", "65535", "-1", "65536"},
-        Limit{"AccIdx", step_column::kAccIdx, "0", "7", "-1", "8"},
-        Limit{"DecIdx", step_column::kDecIdx, "0", "7", "-0.5", "7.1"}),
+    testing::Values(Limit{"Pos", step_column::kPos, "-2147483648", "2147483648", "-2147483649",
+                          "2147483649"},
+                    Limit{"Speed", step_column::kSpeed, "-2147483648", "2147483648",
+                          "-2147483648.5", "2147483648.5"},
+                    Limit{"Delay", step_column::kDelay, "0", "65535", "-1", "65536"},
+                    Limit{"AccIdx", step_column::kAccIdx, "0", "7", "-1", "8"},
+                    Limit{"DecIdx", step_column::kDecIdx, "0", "7", "-0.5", "7.1"}),
     [](const auto& limit) { return std::string(limit.param.name); });
 
 TEST(PositionEntry, LoopsAreNotLimited) {

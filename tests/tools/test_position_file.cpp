@@ -85,9 +85,8 @@ TEST(PositionFile, AnIndexBelow0NamesNoRow) {
 TEST(PositionFile, WithoutTheEmptyLineTheAccelerationsStay) {
     PositionGrids grids = cleared_grids();
     put_ramp(grids, 0, "77.00", "66.00");
-    const PositionFileRows rows =
-        take_position_file("0,5,0,0,0,0,0,0,0\r\n0,1.00,2.00\r\n1,3.00,4.00\r\n", grids,
-                           english_items());
+    const PositionFileRows rows = take_position_file(
+        "0,5,0,0,0,0,0,0,0\r\n0,1.00,2.00\r\n1,3.00,4.00\r\n", grids, english_items());
     EXPECT_EQ(grids.MSHFlexGrid1.at(1, 1), "77.00");
     EXPECT_EQ(grids.MSHFlexGrid1.at(1, 2), "66.00");
     EXPECT_EQ(grids.MSHFlexGrid2.at(1, step_column::kPos), "5");
@@ -104,8 +103,9 @@ TEST(PositionFile, TheFirstEmptyLineSwitchesForTheRestOfTheFile) {
 }
 
 TEST(PositionFile, AnotherNumberOfFieldsIsSkipped) {
-    const PositionGrids grids = taken("0,9,9,9,9,9,9,9\r\n1,9,9,9,9,9,9,9,9,9\r\n2\r\n \r\n"
-                                      "3,1,1,1,1,1,1,1,1\r\n\r\n0,9\r\n1,9,9,9\r\n");
+    const PositionGrids grids = taken(
+        "0,9,9,9,9,9,9,9\r\n1,9,9,9,9,9,9,9,9,9\r\n2\r\n \r\n"
+        "3,1,1,1,1,1,1,1,1\r\n\r\n0,9\r\n1,9,9,9\r\n");
     EXPECT_EQ(grids.MSHFlexGrid2.at(4, step_column::kPos), "1");
     PositionGrids told = cleared_grids();
     told.MSHFlexGrid2.cells[4] = {"3", "A", "Ignore", "1", "1", "1", "1", "1", "1", "1", "1"};
@@ -122,8 +122,8 @@ TEST(PositionFile, ANegativeRegisterIsBroughtIntoTheUnsignedRange) {
 
 TEST(PositionFile, FieldsAreTakenAsTheyStand) {
     const StepGrid steps = taken("0, 1 ,x,,07,-3,00ff,1E3,rest\r\n").MSHFlexGrid2;
-    EXPECT_EQ(steps.cells[1], (std::array<std::string, 11>{"0", "A", "Ignore", " 1 ", "x", "",
-                                                           "07", "-3", "00ff", "1E3", "rest"}));
+    EXPECT_EQ(steps.cells[1], (std::array<std::string, 11>{"0", "A", "Ignore", " 1 ", "x", "", "07",
+                                                           "-3", "00ff", "1E3", "rest"}));
 }
 
 TEST(PositionFile, RestSurvivesExportAndImport) {
@@ -162,10 +162,9 @@ TEST(PositionFile, AnyTableOfTheRightCharactersSurvives) {
         for (int row = 1; row <= kPositionSteps; ++row) {
             for (const int column : {3, 4, 5, 6, 7, 8, 9, 10})
                 grids.MSHFlexGrid2.at(row, column) = *cell;
-            set_register_texts(
-                grids.MSHFlexGrid2, row,
-                register_of_text(grids.MSHFlexGrid2.at(row, step_column::kCtlReg)),
-                english_items());
+            set_register_texts(grids.MSHFlexGrid2, row,
+                               register_of_text(grids.MSHFlexGrid2.at(row, step_column::kCtlReg)),
+                               english_items());
         }
         RC_ASSERT(taken(position_file_bytes(grids)) == grids);
     }));

@@ -22,9 +22,7 @@ struct FindingsTest : testing::Test {
             all.push_back(finding_text(finding, base::Language::kEnglish));
         return all;
     }
-    bool told(const std::string& text) const {
-        return std::ranges::count(texts(), text) == 1;
-    }
+    bool told(const std::string& text) const { return std::ranges::count(texts(), text) == 1; }
 
     PositionGrids grids = cleared_grids();
 };
@@ -37,8 +35,7 @@ TEST_F(FindingsTest, AGoodTableHasOneNote) {
 }
 
 TEST_F(FindingsTest, AnEmptyStart) {
-    EXPECT_EQ(texts(),
-              std::vector<std::string>{"Step 0: the start step is empty: nothing moves."});
+    EXPECT_EQ(texts(), std::vector<std::string>{"Step 0: the start step is empty: nothing moves."});
 }
 
 TEST_F(FindingsTest, ALinkToAnEmptyStep) {
@@ -117,7 +114,8 @@ TEST_F(FindingsTest, MotionThatNeverArrives) {
 }
 
 TEST_F(FindingsTest, ARelativeStepOf0NeedsNoSpeed) {
-    put_step(grids, 0, {.target = 0, .mode = StepMode::kRelativeToDemand, .speed = "0", .delay = 5});
+    put_step(grids, 0,
+             {.target = 0, .mode = StepMode::kRelativeToDemand, .speed = "0", .delay = 5});
     EXPECT_EQ(texts(), std::vector<std::string>{"Step 0: the table stops here."});
 }
 

@@ -16,8 +16,8 @@ Flow flow_of(const PositionGrids& grids, int start = 0) {
 
 TEST(PositionSteps, AreReadAsTheDriveStoresThem) {
     PositionGrids grids = cleared_grids();
-    grids.MSHFlexGrid2.cells[1] = {"0", "", "", "1.5", "12.25", "65537",
-                                   "1", "2", "9F05", "-1", "0"};
+    grids.MSHFlexGrid2.cells[1] = {"0", "",  "",     "1.5", "12.25", "65537",
+                                   "1", "2", "9F05", "-1",  "0"};
     const PositionStep step = read_program(grids).step(0);
     EXPECT_EQ(step.target, 2);
     EXPECT_EQ(step.speed, 12.25);
@@ -123,8 +123,7 @@ TEST(PositionFlow, AnyTableFallsIntoChainsThatHoldEachDrawnStepOnce) {
             }
         }
         for (int step = 0; step < kPositionSteps; ++step)
-            RC_ASSERT(placed.at(static_cast<std::size_t>(step)) ==
-                      (flow.step(step).drawn ? 1 : 0));
+            RC_ASSERT(placed.at(static_cast<std::size_t>(step)) == (flow.step(step).drawn ? 1 : 0));
         for (const auto& loop : flow.loops)
             RC_ASSERT(flow.step(loop.back()).next == loop.front());
     }));

@@ -18,9 +18,7 @@ struct MotionTest : testing::Test {
         put_ramp(grids, 0, "10", "20");  // turns/s^2
         put_ramp(grids, 1, "0", "0");
     }
-    Motion motion(int start = 0) const {
-        return simulate_motion(read_program(grids), start, kE);
-    }
+    Motion motion(int start = 0) const { return simulate_motion(read_program(grids), start, kE); }
     PositionGrids grids = cleared_grids();
 };
 
@@ -57,7 +55,8 @@ TEST_F(MotionTest, AShortMoveIsATriangle) {
 TEST_F(MotionTest, ModesAddUp) {
     put_step(grids, 0, {.target = 10000, .next = 1});
     put_step(grids, 1, {.target = -4000, .next = 2, .mode = StepMode::kRelativeToDemand});
-    put_step(grids, 2, {.target = 1000, .next = 3, .mode = StepMode::kRelativeToActual, .loops = 3});
+    put_step(grids, 2,
+             {.target = 1000, .next = 3, .mode = StepMode::kRelativeToActual, .loops = 3});
     put_step(grids, 3, {.target = 500});
     const Motion motion = this->motion();
     ASSERT_EQ(motion.visits.size(), 6U);
@@ -70,7 +69,8 @@ TEST_F(MotionTest, ModesAddUp) {
 }
 
 TEST_F(MotionTest, ADelayComesBehindEachRun) {
-    put_step(grids, 0, {.target = 1000, .mode = StepMode::kRelativeToDemand, .delay = 250, .loops = 2});
+    put_step(grids, 0,
+             {.target = 1000, .mode = StepMode::kRelativeToDemand, .delay = 250, .loops = 2});
     const Motion motion = this->motion();
     ASSERT_EQ(motion.visits.size(), 2U);
     for (const MotionVisit& visit : motion.visits)
@@ -129,9 +129,9 @@ TEST_F(MotionTest, AMoveToWhereTheAxisStandsTakesNoTime) {
 
 TEST_F(MotionTest, EveryEndHasWordsInBothLanguages) {
     Motion motion;
-    for (const MotionEnd end : {MotionEnd::kStops, MotionEnd::kRepeats, MotionEnd::kLimit,
-                                MotionEnd::kEmptyStep, MotionEnd::kNeverThere,
-                                MotionEnd::kUndefined}) {
+    for (const MotionEnd end :
+         {MotionEnd::kStops, MotionEnd::kRepeats, MotionEnd::kLimit, MotionEnd::kEmptyStep,
+          MotionEnd::kNeverThere, MotionEnd::kUndefined}) {
         motion.end = end;
         motion.end_step = 17;
         for (const auto language : {base::Language::kChinese, base::Language::kEnglish})

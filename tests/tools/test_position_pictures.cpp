@@ -77,9 +77,16 @@ TEST(FlowPicture, AnArrowBackEndsAtItsTarget) {
 
 TEST(FlowPicture, BoxesSayWhatTheStepDoes) {
     PositionGrids grids = cleared_grids();
-    put_step(grids, 0, {.target = -500, .next = 1, .mode = StepMode::kRelativeToDemand,
-                        .speed = "12.50", .delay = 20, .loops = 3, .start = 1, .condition0 = true,
-                        .condition1 = true});
+    put_step(grids, 0,
+             {.target = -500,
+              .next = 1,
+              .mode = StepMode::kRelativeToDemand,
+              .speed = "12.50",
+              .delay = 20,
+              .loops = 3,
+              .start = 1,
+              .condition0 = true,
+              .condition1 = true});
     put_step(grids, 1, {.target = 700, .next = 9, .start = 2, .condition1 = true});
     const FlowPicture picture = picture_of(grids, 900);
     ASSERT_EQ(picture.boxes.size(), 3U);

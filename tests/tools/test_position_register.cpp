@@ -122,9 +122,9 @@ TEST(PositionRegister, FractionsInTheGridRoundHalvesToEven) {
 
 TEST(PositionGrids, AreBuiltWithTheirHeadings) {
     const PositionGrids grids = cleared_grids();
-    const std::array<std::string, 11> english{"Idx",     "MODE",    "StartCond.", "Pos inc",
-                                              "Speed rpm", "Delay ms", "Acc idx",  "Dec idx",
-                                              "CTL Reg", "Loops",   "Rest"};
+    const std::array<std::string, 11> english{"Idx",       "MODE",     "StartCond.", "Pos inc",
+                                              "Speed rpm", "Delay ms", "Acc idx",    "Dec idx",
+                                              "CTL Reg",   "Loops",    "Rest"};
     EXPECT_EQ(grids.MSHFlexGrid2.cells[0], english);
     EXPECT_EQ(grids.MSHFlexGrid1.cells[0],
               (std::array<std::string, 3>{"Idx", "Acc rps/s", "Dec rps/s"}));
@@ -137,9 +137,9 @@ TEST(PositionGrids, AreBuiltWithTheirHeadings) {
 TEST(PositionGrids, HaveChineseHeadingsToo) {
     PositionGrids grids = cleared_grids();
     set_headings(grids, 32, base::Language::kChinese);
-    const std::array<std::string, 11> chinese{"Idx",     "模式",     "触发",      "位置inc",
-                                              "速度rpm", "延时ms",   "Acc索引",   "Dec索引",
-                                              "控制寄存器", "循环",  "剩余"};
+    const std::array<std::string, 11> chinese{"Idx",        "模式",   "触发",    "位置inc",
+                                              "速度rpm",    "延时ms", "Acc索引", "Dec索引",
+                                              "控制寄存器", "循环",   "剩余"};
     EXPECT_EQ(grids.MSHFlexGrid2.cells[0], chinese);
     EXPECT_EQ(grids.MSHFlexGrid1.at(0, 1), "加速度rps/s");
     EXPECT_EQ(grids.MSHFlexGrid1.at(0, 2), "减速度rps/s");
@@ -154,9 +154,9 @@ TEST(PositionGrids, ClearGivesIndexesFirstItemsAndZeros) {
     for (auto& row : grids.MSHFlexGrid1.cells)
         row.fill("x");
     clear_grids(grids, combo2_items(base::Language::kChinese));
-    EXPECT_EQ(grids.MSHFlexGrid2.cells[32],
-              (std::array<std::string, 11>{"31", "A", "忽略", "0", "0", "0", "0", "0", "0", "0",
-                                           "0"}));
+    EXPECT_EQ(
+        grids.MSHFlexGrid2.cells[32],
+        (std::array<std::string, 11>{"31", "A", "忽略", "0", "0", "0", "0", "0", "0", "0", "0"}));
     EXPECT_EQ(grids.MSHFlexGrid1.cells[8], (std::array<std::string, 3>{"7", "0", "0"}));
     EXPECT_EQ(grids.MSHFlexGrid3.at(2, 9), "0");
     EXPECT_EQ(grids.MSHFlexGrid2.at(0, 3), "x") << "headings stay";

@@ -33,9 +33,10 @@ TEST(PositionRows, APasteOfACopyGivesTheSameRowsElsewhere) {
 TEST(PositionRows, AHeadingIsPassedOver) {
     StepGrid steps = cleared_grids().MSHFlexGrid2;
     std::string text = copy_rows(steps, 1, 1);
-    text = "Idx\tMODE\tStartCond.\tPos inc\tSpeed rpm\tDelay ms\tAcc idx\tDec idx\tCTL "
-           "Reg\tLoops\tRest\r\n" +
-           text;
+    text =
+        "Idx\tMODE\tStartCond.\tPos inc\tSpeed rpm\tDelay ms\tAcc idx\tDec idx\tCTL "
+        "Reg\tLoops\tRest\r\n" +
+        text;
     EXPECT_EQ(paste_rows(steps, 1, text, english_items()).rows, 1);
 }
 
