@@ -193,13 +193,14 @@ HomingAxis homing_axis(const HomingTravel& travel) {
 double start_position(const HomingTravel& travel, StartZone zone) {
     switch (zone) {
         case kAnywhere:
-            return 560;
+            // Nearly a turn away from the pulse where methods of one index end.
+            return travel.starts.front().legs.starts_with('-') ? 600 : 520;
         case kOffLimit:
             return 480;
         case kOnNegativeLimit:
-            return 70;
+            return 45;
         case kOnPositiveLimit:
-            return 930;
+            return 955;
         case kOffSwitch:
             return travel.home == HomeSwitch::kNegativeSide ? 770 : 230;
         case kOnSwitch:

@@ -100,7 +100,7 @@ HomingAxis homing_axis(const HomingTravel& travel);
 double start_position(const HomingTravel& travel, StartZone zone);
 
 // How far the axis runs on behind a switch before it turns round.
-inline constexpr double kHomingRunOn = 14;
+inline constexpr double kHomingRunOn = 60;
 
 struct HomingStep {
     HomingLeg leg;
