@@ -63,6 +63,7 @@ Drive::Parts::Parts(const dictionary::Store& store, Options given)
     }
     for (int pin = 0; pin < kInputPins; ++pin)
         motion.inputs().set_pin(pin, (options.pins >> pin & 1U) != 0);
+    if (options.rail) motion.set_rail(*options.rail);
     power_up(true);
 }
 

@@ -33,6 +33,7 @@ struct CommandLine {
     std::filesystem::path link;
     std::vector<std::string> faults;
     std::vector<std::string> settings;
+    std::string axis;
     std::string pins;
     int id = 127;
     long turnaround = 300;
@@ -80,6 +81,10 @@ void describe(CLI::App& app, CommandLine& line) {
     app.add_option("--set", line.settings, "Factory value of an object; may be given again")
         ->allow_extra_args(false)
         ->type_name("KEY=VALUE");
+    app.add_option("--axis", line.axis,
+                   "The axis has switches and ends, in turns: \"default\" or, each part at will, "
+                   "neg=-20,pos=20,home=3:5,stop=22")
+        ->type_name("SPEC");
     app.add_option("--din", line.pins, "Levels at the digital inputs, input 8 first")
         ->type_name("LEVELS");
     app.add_option("--seed", line.drive.seed, "Of faults and noise")->type_name("N");
@@ -105,6 +110,10 @@ bool read_texts(CommandLine& line) {
         const auto pins = servo::sim::parse_pins(line.pins);
         if (!pins) wrong.push_back(line.pins + ": eight digits 0 or 1 are needed");
         line.drive.pins = pins.value_or(0);
+    }
+    if (!line.axis.empty()) {
+        line.drive.rail = servo::sim::parse_rail(line.axis);
+        if (!line.drive.rail) wrong.push_back(line.axis + ": no such axis");
     }
     for (const std::string& error : wrong)
         fmt::print(stderr, "drive-sim: {}\n", error);

@@ -277,6 +277,13 @@ bool Modes::take_target(double position, bool at_once, bool relative, const Axis
     return true;
 }
 
+void Modes::hold_at(double position) {
+    profile_.set(position, 0.0);
+    target_ = position;
+    cyclic_from_ = position;
+    cyclic_to_ = position;
+}
+
 void Modes::shift(double counts) {
     profile_.set(profile_.position() + counts, profile_.speed());
     target_ += counts;

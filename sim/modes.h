@@ -95,6 +95,9 @@ class Modes {
     // A limit of position holds the axis back.
     bool held_by_limit() const { return held_; }
 
+    // At rest, exactly there.
+    void hold_at(double position);
+
     // The place is called something else from now on.
     void shift(double counts);
 

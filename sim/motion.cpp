@@ -45,6 +45,7 @@ Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& histo
          {&parameters_.control_word, &parameters_.mode, &parameters_.target_position}) {
         object->owner = this;
     }
+    parameters_.homing_clear.owner = this;
     table.bind(ids::kFaultReset, Type::kUint8).owner = this;
     table.bind(ids::kClearPosition, Type::kUint8).owner = this;
     show_position();
@@ -54,6 +55,7 @@ Motion::Motion(ObjectTable& table, Supervision& supervision, FaultHistory& histo
     show_inputs();
     show_table();
     show_scan();
+    show_homing();
 }
 
 void Motion::power_up() {
@@ -64,6 +66,8 @@ void Motion::power_up() {
     control_word_ = static_cast<std::uint16_t>(parameters_.control_word.value);
     stop_.reset();
     scan_.reset();
+    homing_.leave();
+    home_when_enabled_ = parameters_.homing_at_power_up.value == 1;
     halted_ = false;
     target_taken_ = false;
     homed_ = false;
@@ -101,10 +105,20 @@ void Motion::hold_load(bool hold) {
     configure();
 }
 
+void Motion::set_rail(const RailSetup& rail) {
+    rail_setup_ = rail;
+    rail_.configure(rail);
+}
+
 void Motion::configure() {
     changes_seen_ = table_.changes();
     AxisSetup setup = parameters_.axis_setup(motor_);
     if (load_held_) setup.plant.load_friction = kClampTorque;
+    if (rail_setup_) {
+        setup.plant.lowest = rail_setup_->lowest.value_or(setup.plant.lowest);
+        setup.plant.highest = rail_setup_->highest.value_or(setup.plant.highest);
+        rail_.work(axis_.plant().load_place(), io_.inputs, true);
+    }
     targets_ = parameters_.targets(motor_);
     if (!homed_) {
         // Coordinates mean nothing before the axis knows its home.
@@ -112,6 +126,7 @@ void Motion::configure() {
         targets_.highest.reset();
     }
     apply_inputs(setup);
+    limit_homing(setup);
     axis_.configure(setup);
     modes_.configure(targets_);
 }
@@ -148,6 +163,7 @@ void Motion::run_to(std::chrono::microseconds now) {
 void Motion::step() {
     disturbed_ = false;
     axis_.step(set_point(), load_torque_);
+    if (rail_setup_) rail_.work(axis_.plant().load_place(), io_.inputs, false);
     watch();
 }
 
@@ -156,6 +172,7 @@ SetPoint Motion::set_point() {
     ++enabled_steps_;
     if (stop_) return stop_step();
     if (scan_.active()) return scan_step();
+    if (homing_.active()) return homing_step();
     if (halted_) {
         const bool quick = parameters_.halt_option.value == 2;
         return modes_.stop(

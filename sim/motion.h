@@ -10,11 +10,13 @@
 
 #include "sim/fault_history.h"
 #include "sim/frequency_scan.h"
+#include "sim/homing.h"
 #include "sim/model/axis.h"
 #include "sim/modes.h"
 #include "sim/motion_io.h"
 #include "sim/motion_parameters.h"
 #include "sim/object_table.h"
+#include "sim/rail.h"
 #include "sim/recorder.h"
 #include "sim/state_machine.h"
 #include "sim/subsystem.h"
@@ -41,6 +43,8 @@ class Motion : public Subsystem {
 
     void set_load_torque(double newton_metres);
     void hold_load(bool hold);
+    // The axis has ends and switches; counts from the next power-up.
+    void set_rail(const RailSetup& rail);
 
     const Axis& axis() const { return axis_; }
     const MotorData& motor() const { return motor_; }
@@ -131,9 +135,20 @@ class Motion : public Subsystem {
     Abort accept_table_command(std::int64_t value) const;
     void table_command(std::int64_t value);
 
+    // Homing.
+    void start_homing();
+    SetPoint homing_step();
+    void finish_homing();
+    void end_homing(bool fault);
+    void clear_home();
+    void shift_position(std::int64_t counts);
+    HomingSignals homing_signals() const;
+    HomingPlan homing_plan(const HomingMethod& method) const;
+    void limit_homing(AxisSetup& setup) const;
+    std::int64_t home_coordinate() const;
+
     // Targets.
     void new_set_point(std::uint16_t word);
-    void start_homing();
     void define_position(std::int64_t position);
     bool target_reached() const;
     bool zero_speed() const;
@@ -149,6 +164,7 @@ class Motion : public Subsystem {
     void show_inputs();
     void show_table();
     void show_scan();
+    void show_homing();
     void keep_greatest();
 
     std::int64_t shown_position() const;
@@ -170,6 +186,9 @@ class Motion : public Subsystem {
     MotionIo io_;
     FrequencyScan scan_;
     DriveState after_scan_ = DriveState::kSwitchOnDisabled;
+    Homing homing_;
+    std::optional<RailSetup> rail_setup_;
+    Rail rail_;
 
     DriveState state_ = DriveState::kSwitchOnDisabled;
     std::uint16_t control_word_ = 0;
@@ -178,6 +197,7 @@ class Motion : public Subsystem {
     bool target_taken_ = false;
     bool homed_ = false;
     bool homing_failed_ = false;
+    bool home_when_enabled_ = false;  // not yet enabled since power-up
     double load_torque_ = 0.0;
     bool load_held_ = false;
     bool disturbed_ = true;  // something changed that may set a shaft at rest in motion

@@ -144,7 +144,7 @@ bool Motion::halt_asked() const {
 
 void Motion::act_on_limit(InputFunction limit, const Object& action, std::uint16_t fault) {
     if (action.value == kLimitFaults && io_.inputs.rises(limit) && powered(state_) &&
-        modes_.mode() != Mode::kHoming) {
+        modes_.mode() != Mode::kHoming && !homing_.active()) {
         raise(0, fault);
     }
 }
@@ -226,7 +226,8 @@ void Motion::trigger_din_position() {
 void Motion::start_din_position() {
     io_.positions.waits = false;
     const bool positioning = state_ == DriveState::kOperationEnabled && !stop_ && !halted_ &&
-                             modes_.mode() == Mode::kProfilePosition && !io_.table.running();
+                             modes_.mode() == Mode::kProfilePosition && !io_.table.running() &&
+                             !homing_.active();
     const bool relative = io_.positions.style.value == 1;
     const bool unknown = !relative && io_.positions.needs_home.value == 1 && !homed_;
     if (!positioning || unknown) return;

@@ -28,6 +28,21 @@ PositionObjects::PositionObjects(ObjectTable& t)
       cycle_value(t.bind(ids::kCycleValue, Type::kUint8, 1)),
       cycle_exponent(t.bind(ids::kCycleExponent, Type::kInt8, -3)) {}
 
+HomingObjects::HomingObjects(ObjectTable& t)
+    : homing_speed(t.bind(ids::kHomingSpeed, Type::kUint32, 546133)),
+      homing_zero_speed(t.bind(ids::kHomingZeroSpeed, Type::kUint32, 136533)),
+      homing_acceleration(t.bind(ids::kHomingAcceleration, Type::kUint32, 16384)),
+      homing_at_power_up(t.bind(ids::kHomingAtPowerUp, Type::kUint8)),
+      homing_current(t.bind(ids::kHomingCurrent, Type::kInt32, 546)),
+      homing_blind(t.bind(ids::kHomingBlind, Type::kUint8)),
+      home_offset_mode(t.bind(ids::kHomeOffsetMode, Type::kUint8)),
+      homing_timeout(t.bind(ids::kHomingTimeout, Type::kUint16)),
+      homing_stop_time(t.bind(ids::kHomingStopTime, Type::kUint16, 100)),
+      homing_required(t.bind(ids::kHomingRequired, Type::kUint8)),
+      homing_travel(t.bind(ids::kHomingTravel, Type::kUint32)),
+      homing_clear(t.bind(ids::kHomingClear, Type::kUint8)),
+      homing_time(t.bind(ids::kHomingTime, Type::kUint16)) {}
+
 SpeedObjects::SpeedObjects(ObjectTable& t)
     : max_profile_speed(t.bind(ids::kMaxProfileSpeed, Type::kUint32, 8738133)),
       profile_speed(t.bind(ids::kProfileSpeed, Type::kUint32, 2730667)),

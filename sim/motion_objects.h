@@ -37,6 +37,25 @@ struct PositionObjects {
     Object& cycle_exponent;
 };
 
+// Ways and limits of homing.
+struct HomingObjects {
+    explicit HomingObjects(ObjectTable& table);
+
+    Object& homing_speed;
+    Object& homing_zero_speed;
+    Object& homing_acceleration;
+    Object& homing_at_power_up;
+    Object& homing_current;
+    Object& homing_blind;
+    Object& home_offset_mode;
+    Object& homing_timeout;
+    Object& homing_stop_time;
+    Object& homing_required;
+    Object& homing_travel;
+    Object& homing_clear;
+    Object& homing_time;
+};
+
 // Ramps, targets and windows of speed.
 struct SpeedObjects {
     explicit SpeedObjects(ObjectTable& table);

@@ -41,6 +41,7 @@ double at_least(double value, double least) {
 MotionParameters::MotionParameters(ObjectTable& table)
     : StopObjects(table),
       PositionObjects(table),
+      HomingObjects(table),
       SpeedObjects(table),
       ReverseObjects(table),
       TorqueObjects(table),

@@ -40,6 +40,7 @@ struct MotorData {
 // Parameters are public members of the groups below.
 class MotionParameters : public StopObjects,
                          public PositionObjects,
+                         public HomingObjects,
                          public SpeedObjects,
                          public ReverseObjects,
                          public TorqueObjects,

@@ -1,5 +1,7 @@
 // Motion: the frequency scan. It has the motor for itself, and switches the power on and off again
 // if nobody else has.
+#include <utility>
+
 #include "sim/motion.h"
 #include "sim/object_ids.h"
 
@@ -37,7 +39,7 @@ void Motion::command_scan(std::int64_t command) {
 
 void Motion::start_scan() {
     const bool enabled = state_ == DriveState::kOperationEnabled;
-    const bool busy = stop_ || halted_ || io_.table.running();
+    const bool busy = stop_ || halted_ || io_.table.running() || homing_.active();
     const bool free = enabled ? !busy : ready_for_power(state_) && !enable_barred();
     if (scan_.check() != Abort::kNone || supervision_.faulty() || motor_.wrong || !free) {
         scan_.refuse();
@@ -51,7 +53,10 @@ void Motion::start_scan() {
     units.acceleration = motor_.torque_constant / motor_.inertia * motor_.resolution / (2.0 * kPi);
     units.most_speed = targets_.speed_profile.speed;
     after_scan_ = state_;
+    // Power for a scan is not the first enabling that homes.
+    const bool home_later = std::exchange(home_when_enabled_, false);
     set_state(DriveState::kOperationEnabled);
+    home_when_enabled_ = home_later;
     scan_.start(units, axis_);
 }
 

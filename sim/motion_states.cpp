@@ -1,5 +1,6 @@
 // Motion: control word, states, set-points of positioning, and what the status word tells.
 #include <cmath>
+#include <utility>
 
 #include "sim/motion.h"
 #include "sim/object_ids.h"
@@ -11,9 +12,6 @@ namespace {
 // A stop waits that many steps, half a second, for the shaft once the demand is at rest. Then power
 // goes off anyway.
 constexpr int kStopPatience = 8000;
-
-// The only homing that needs no motion: the present place is the home.
-constexpr std::int64_t kHomeIsHere = 35;
 
 bool rises(std::uint16_t before, std::uint16_t now, std::uint16_t bit) {
     return (before & bit) == 0 && (now & bit) != 0;
@@ -29,6 +27,8 @@ void Motion::control(std::uint16_t word) {
     halted_ = halt_asked();
     // No other command moves a motor that is being measured.
     if (state_ != DriveState::kOperationEnabled || scan_.active()) return;
+    const bool fell = rises(word, before, control::kStartHoming);
+    if (fell && modes_.mode() == Mode::kHoming) homing_.interrupt();
     if (rises(before, word, control::kNewSetPoint)) {
         if (modes_.mode() == Mode::kProfilePosition) new_set_point(word);
         if (modes_.mode() == Mode::kHoming) start_homing();
@@ -92,6 +92,7 @@ void Motion::quick_stop() {
 
 void Motion::begin_stop(double deceleration, DriveState then) {
     end_scan(then == DriveState::kFault ? ScanResult::kFault : ScanResult::kStopped);
+    end_homing(then == DriveState::kFault);
     io_.table.drop();
     stop_ = Stop{deceleration, then, kStopPatience};
 }
@@ -102,6 +103,7 @@ void Motion::set_state(DriveState next) {
     if (next != DriveState::kOperationEnabled) {
         const bool fault = next == DriveState::kFault || next == DriveState::kFaultReactionActive;
         end_scan(fault ? ScanResult::kFault : ScanResult::kStopped);
+        end_homing(fault);
     }
     if (on && !powered(state_)) {
         modes_.start(mode_of(parameters_.mode.value).value_or(Mode::kNone), axis_);
@@ -113,34 +115,28 @@ void Motion::set_state(DriveState next) {
     if (next != DriveState::kOperationEnabled) io_.table.drop();
     state_ = next;
     disturbed_ = true;
+    if (next == DriveState::kOperationEnabled && std::exchange(home_when_enabled_, false)) {
+        start_homing();
+    }
 }
 
 void Motion::new_set_point(std::uint16_t word) {
-    // The table alone moves the axis while it runs.
-    if (io_.table.running()) return;
+    // The table alone moves the axis while it runs, and so does homing.
+    if (io_.table.running() || homing_.active()) return;
     const bool at_once = (word & control::kAtOnce) != 0;
     const bool relative = (word & control::kRelative) != 0;
+    if (parameters_.homing_required.value == 1 && !homed_ && !relative) return;
     target_taken_ = modes_.take_target(targets_.position, at_once, relative, axis_);
     in_window_ = 0;
 }
 
-void Motion::start_homing() {
-    homing_failed_ = parameters_.homing_method.value != kHomeIsHere;
-    if (homing_failed_) return;
-    homed_ = true;
-    define_position(parameters_.home_offset.value);
-    configure();
-}
-
 void Motion::define_position(std::int64_t position) {
-    modes_.shift(static_cast<double>(position - axis_.position()));
-    scan_.shift(static_cast<double>(position - axis_.position()));
-    axis_.define_position(position);
+    shift_position(position - axis_.position_now());
 }
 
 bool Motion::target_reached() const {
     if (state_ != DriveState::kOperationEnabled) return false;
-    if (scan_.active()) return false;
+    if (scan_.active() || homing_.active()) return false;
     if (halted_) return modes_.stopped();
     switch (modes_.mode()) {
         case Mode::kProfilePosition:
@@ -155,7 +151,7 @@ bool Motion::target_reached() const {
         case Mode::kCyclicTorque:
             return modes_.speed_reached();
         case Mode::kHoming:
-            return homed_;
+            return true;
         case Mode::kAutoReverse:
             return modes_.auto_reverse().phase() == AutoReverse::Phase::kStopped;
         case Mode::kPulse:
@@ -184,8 +180,10 @@ std::uint16_t Motion::mode_bits() const {
         case Mode::kCyclicSpeed:
             return static_cast<std::uint16_t>(bit(zero_speed(), status::kZeroSpeed));
         case Mode::kHoming:
-            return static_cast<std::uint16_t>(bit(homed_, status::kHomed) |
-                                              bit(homing_failed_, status::kHomingError));
+            return static_cast<std::uint16_t>(
+                bit(homed_, status::kHomed) |
+                bit(homing_failed_ || (homing_.active() && homing_.failed()),
+                    status::kHomingError));
         case Mode::kPulse:
         case Mode::kAutoReverse:
         case Mode::kInterpolated:
@@ -232,6 +230,7 @@ void Motion::written(Object& object) {
         const auto mode = mode_of(object.value);
         if (mode && powered(state_) && *mode != modes_.mode()) {
             io_.table.drop();
+            end_homing(false);
             modes_.start(*mode, axis_);
         }
         homing_failed_ = false;
@@ -250,6 +249,9 @@ void Motion::written(Object& object) {
         object.value = 0;
     } else if (object.id == ids::kScanCommand) {
         command_scan(object.value);
+    } else if (object.id == ids::kHomingClear) {
+        if (object.value == 1) clear_home();
+        object.value = 0;
     }
 }
 

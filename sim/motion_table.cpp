@@ -20,8 +20,8 @@ constexpr double kNoErrorStep = 255.0;
 
 bool Motion::table_may_start() const {
     return io_.table.allowed() && !io_.table.running() && state_ == DriveState::kOperationEnabled &&
-           !stop_ && !scan_.active() && modes_.mode() == Mode::kProfilePosition &&
-           !io_.inputs.active(F::kAbortTable);
+           !stop_ && !scan_.active() && !homing_.active() &&
+           modes_.mode() == Mode::kProfilePosition && !io_.inputs.active(F::kAbortTable);
 }
 
 int Motion::index_of_inputs() const {

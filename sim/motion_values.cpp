@@ -75,10 +75,6 @@ void Motion::show_position() {
     });
     show(ids::kTurns, Type::kInt32,
          [](const Motion& m) { return static_cast<double>(m.axis_.plant().turns()); });
-    show(ids::kHomingState, Type::kUint8, [](const Motion& m) {
-        if (m.homing_failed_) return 3.0;
-        return m.homed_ ? 2.0 : 0.0;
-    });
 }
 
 void Motion::show_speed() {

@@ -109,7 +109,24 @@ inline constexpr Identity kTurns = 0x212005;
 inline constexpr Identity kClearPosition = 0x212006;
 inline constexpr Identity kMoves = 0x21200A;
 inline constexpr Identity kGreatestFollowingError = 0x21200B;
+
+// Homing.
+inline constexpr Identity kHomingSpeed = 0x609901;
+inline constexpr Identity kHomingZeroSpeed = 0x609902;
+inline constexpr Identity kHomingAcceleration = 0x609A00;
+inline constexpr Identity kHomingAtPowerUp = 0x215001;
+inline constexpr Identity kHomingCurrent = 0x215002;
+inline constexpr Identity kHomingBlind = 0x215003;
+inline constexpr Identity kHomeOffsetMode = 0x215004;
+inline constexpr Identity kHomingTimeout = 0x215005;
 inline constexpr Identity kHomingState = 0x215006;
+inline constexpr Identity kHomingStep = 0x215007;
+inline constexpr Identity kHomingIndex = 0x215008;
+inline constexpr Identity kHomingStopTime = 0x215009;
+inline constexpr Identity kHomingRequired = 0x21500A;
+inline constexpr Identity kHomingTravel = 0x21500C;
+inline constexpr Identity kHomingClear = 0x21500D;
+inline constexpr Identity kHomingTime = 0x21500E;
 
 // To and fro.
 inline constexpr Identity kReverseType = 0x205001;

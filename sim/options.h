@@ -12,6 +12,7 @@
 
 #include "dictionary/keys.h"
 #include "sim/boot_options.h"
+#include "sim/rail.h"
 
 namespace servo::sim {
 
@@ -47,8 +48,9 @@ struct Options {
     std::filesystem::path data;  // the folder that holds sim/values.tsv; empty: no table
     std::string values;          // text of a value table, in place of the file if not empty
     std::filesystem::path
-        state_file;            // non-volatile memory between runs; empty: in the object only
-    std::uint8_t pins = 0;     // levels at the digital inputs, bit 0 for input 1
+        state_file;                 // non-volatile memory between runs; empty: in the object only
+    std::uint8_t pins = 0;          // levels at the digital inputs, bit 0 for input 1
+    std::optional<RailSetup> rail;  // the axis has switches and ends; nothing: it turns for ever
     bool bootloader = false;   // power up as after a transfer that broke off: in the bootloader
     std::uint16_t fault1 = 0;  // fault bits that are raised at every power-up
     std::uint16_t fault2 = 0;

@@ -33,6 +33,11 @@ void Axis::define_position(std::int64_t position) {
     offset_ = position - plant_.counts(setup_.resolution);
 }
 
+void Axis::shift_position(std::int64_t counts) {
+    position_ += counts;
+    offset_ += counts;
+}
+
 void Axis::start() {
     current_.off();
     supply_.start();

@@ -58,7 +58,16 @@ class Axis {
     // The place where the shaft stands has this position from now on.
     void define_position(std::int64_t position);
 
+    // The same, counts further.
+    void shift_position(std::int64_t counts);
+
     std::int64_t position() const { return position_; }
+    // Where the shaft stands now, and not at the last step's measuring.
+    std::int64_t position_now() const { return plant_.counts(setup_.resolution) + offset_; }
+    // Where the index pulse of that turn of the shaft stands.
+    std::int64_t position_of_turn(std::int64_t turn) const {
+        return turn * setup_.resolution + offset_;
+    }
     double speed() const { return speed_filter_.out(); }  // the loop's feedback, counts/s
     double raw_speed() const { return raw_speed_; }       // before the filter
     double shown_speed() const { return shown_speed_; }   // over 10 ms, for display

@@ -59,10 +59,23 @@ void Plant::configure(const PlantSetup& machine) {
     setup_ = made_for_steps(machine);
 }
 
+// Against the positive direction. A stop can only push.
+double Plant::stop_torque() const {
+    const double place = load_place();
+    const double beyond = place > setup_.highest  ? place - setup_.highest
+                          : place < setup_.lowest ? place - setup_.lowest
+                                                  : 0.0;
+    if (beyond == 0.0) return 0.0;
+    const double torque =
+        setup_.stop_stiffness * beyond * 2.0 * kPi + setup_.stop_damping * load_speed_;
+    return torque * beyond > 0.0 ? torque : 0.0;
+}
+
 // Speeds first, then angles with the new speeds: this order keeps the energy of the undamped shaft
 // bounded where the other lets it grow.
 void Plant::step(double torque, double load_torque) {
     const PlantSetup& s = setup_;
+    load_torque += stop_torque();
     if (s.load_inertia <= 0.0) {
         const double push = torque - load_torque - s.viscous * motor_speed_;
         const double speed = motor_speed_ + push * kStepSeconds / s.motor_inertia;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 namespace servo::sim {
 
@@ -22,6 +23,11 @@ struct PlantSetup {
     double motor_friction = 0.012;   // dry, Nm
     double load_friction = 0.018;    // dry, Nm
     double viscous = 2.0e-5;         // on the motor, Nm s/rad
+    // Stops that the load runs into, in turns; stiff, and the blow fades.
+    double lowest = -std::numeric_limits<double>::infinity();
+    double highest = std::numeric_limits<double>::infinity();
+    double stop_stiffness = 1000.0;  // Nm/rad
+    double stop_damping = 0.1;       // Nm s/rad
 
     bool operator==(const PlantSetup&) const = default;
 };
@@ -51,12 +57,17 @@ class Plant {
     double part() const { return part_; }
     std::int64_t counts(std::int64_t resolution) const;
 
+    // Where the load is, in turns.
+    double load_place() const { return static_cast<double>(turns_) + part_ - twist_ / (2.0 * kPi); }
+
     // Nothing moved in the last step: under the same torques nothing ever will.
     bool at_rest() const { return at_rest_; }
 
     void stop();
 
   private:
+    double stop_torque() const;
+
     PlantSetup machine_;
     PlantSetup setup_ = made_for_steps(machine_);
     double motor_speed_ = 0.0;

@@ -165,9 +165,9 @@ TEST(Mode, OthersThanTheDriveHasHoldTheirPlace) {
     }
 }
 
-TEST(Homing, AMethodThatIsNotBuiltSaysThatItFailed) {
+TEST(Homing, ANumberThatIsNoMethodFails) {
     DriveBench bench;
-    bench.drive().set_value(0x609800, 17);
+    bench.drive().set_value(0x609800, 16);
     bench.enable(6);
     bench.control(0x1F);
     EXPECT_TRUE(bit(bench, 0x2000));
