@@ -108,9 +108,7 @@ LoopFigures figures(const ResponseView& open, const ResponseView& closed_loop) {
 LoopFigures velocity_figures(const TunerData& data) {
     const Simulation& s = data.simulation;
     const auto points = static_cast<std::size_t>(s.points);
-    std::vector<double> frequency;
-    for (int point = 0; point < s.points; ++point)
-        frequency.push_back(data.frequency(point));
+    const std::vector<double> frequency = frequencies(data, s.points);
     const auto part = [points](const auto& values) {
         return std::span<const float>(values).first(points);
     };

@@ -167,9 +167,7 @@ std::vector<Resonance> find_resonances(const ResponseView& plant) {
 
 std::vector<Resonance> find_resonances(const TunerData& data) {
     const int points = data.analysed_points();
-    std::vector<double> frequency;
-    for (int point = 0; point < points; ++point)
-        frequency.push_back(data.frequency(point));
+    const std::vector<double> frequency = frequencies(data, points);
     const auto n = static_cast<std::size_t>(points);
     return find_resonances(ResponseView{frequency,
                                         std::span<const float>(data.analysis.magnitude).first(n),

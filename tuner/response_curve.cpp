@@ -14,6 +14,13 @@ double ratio(double decibels) {
     return std::pow(10.0, decibels / 20.0);
 }
 
+std::vector<double> frequencies(const TunerData& data, int points) {
+    std::vector<double> all(static_cast<std::size_t>(points));
+    for (int point = 0; point < points; ++point)
+        all[static_cast<std::size_t>(point)] = data.frequency(point);
+    return all;
+}
+
 ResponseCurve curve_of(const ResponseView& view) {
     ResponseCurve curve;
     const std::size_t points =

@@ -19,6 +19,9 @@ struct ResponseCurve {
 // before, a gain or a phase that is no number. Gains below -240 dB, 0 among them, count as that.
 ResponseCurve curve_of(const ResponseView& view);
 
+// In Hz, of the first `points` points of the scan.
+std::vector<double> frequencies(const TunerData& data, int points);
+
 double decibels(double gain);
 double ratio(double decibels);
 
