@@ -5,11 +5,10 @@
 #include "app/about_window.h"
 #include "app/coming_window.h"
 #include "app/form1_window.h"
-#include "app/style.h"
+#include "app/shell_tool_windows.h"
 #include "app/tag_text.h"
 #include "app/user_dialogs.h"
-#include "app/window_host.h"
-#include "app/window_table.h"
+#include "app/window_adder.h"
 #include "firmware/download_window.h"
 #include "params/modbus_window.h"
 #include "params/motor_codes_window.h"
@@ -24,30 +23,7 @@ namespace {
 
 using Kind = ChildWindow::Kind;
 
-// Adds windows as the window table describes them.
-class Adder {
-  public:
-    Adder(WindowHost& host, Workstation& workstation) : host_(host), workstation_(workstation) {}
-
-    void add(std::string_view name, std::function<QWidget*()> make, Kind frame = Kind::kPage,
-             bool roomy = false) {
-        const WindowDefinition& definition = *find_window_definition(name);
-        const auto caption = [&definition, &workstation = workstation_](base::Language language) {
-            return to_qt(caption_of(definition, language, workstation.Tavro_Nevra_Other_mode));
-        };
-        host_.add_kind(std::string(name), {.make = std::move(make),
-                                           .caption = caption,
-                                           .frame = frame,
-                                           .designed_font = definition.designed_font,
-                                           .roomy = roomy});
-    }
-
-  private:
-    WindowHost& host_;
-    Workstation& workstation_;
-};
-
-void add_dialogs(Adder& adder, Workstation& workstation, const WindowHooks& hooks) {
+void add_dialogs(WindowAdder& adder, Workstation& workstation, const WindowHooks& hooks) {
     const auto form1 = [&workstation] {
         return new Form1Window(workstation.communication, workstation.language);
     };
@@ -61,7 +37,7 @@ void add_dialogs(Adder& adder, Workstation& workstation, const WindowHooks& hook
     adder.add("About", about, Kind::kDialog);
 }
 
-void add_pages(Adder& adder, Workstation& workstation, const WindowHooks& hooks) {
+void add_pages(WindowAdder& adder, Workstation& workstation, const WindowHooks& hooks) {
     for (const auto& owned : workstation.pages) {
         const auto make = [&page = *owned, popup = hooks.popup] {
             auto* window = new params::PageWindow(page);
@@ -84,7 +60,7 @@ void add_pages(Adder& adder, Workstation& workstation, const WindowHooks& hooks)
     }
 }
 
-void add_lists(Adder& adder, Workstation& workstation) {
+void add_lists(WindowAdder& adder, Workstation& workstation) {
     adder.add("ObjectDictionay",
               [&workstation] { return new params::ObjectBrowserWindow(workstation.browser); });
     adder.add("modbus", [&workstation] {
@@ -108,7 +84,7 @@ scope::ScopeDialogs scope_dialogs(UserDialogs& dialogs) {
         .time_of_day = [] { return from_qt(QTime::currentTime().toString(u"HH:mm:ss")); }};
 }
 
-void add_scope(Adder& adder, Workstation& workstation, const WindowHooks& hooks) {
+void add_scope(WindowAdder& adder, Workstation& workstation, const WindowHooks& hooks) {
     const auto make = [&workstation, &dialogs = hooks.dialogs, pick = hooks.pick_object] {
         auto* window = new scope::ScopeWindow(workstation.scope, scope_dialogs(dialogs));
         QObject::connect(window, &scope::ScopeWindow::object_asked, window, pick);
@@ -117,7 +93,7 @@ void add_scope(Adder& adder, Workstation& workstation, const WindowHooks& hooks)
     adder.add("Scope", make, Kind::kPage, true);
 }
 
-void add_download(Adder& adder, Workstation& workstation, UserDialogs& dialogs) {
+void add_download(WindowAdder& adder, Workstation& workstation, UserDialogs& dialogs) {
     const firmware::DownloadDialogs given{
         .ask_save =
             [&dialogs](std::string_view title, std::string_view name) {
@@ -135,7 +111,7 @@ void add_download(Adder& adder, Workstation& workstation, UserDialogs& dialogs) 
     });
 }
 
-void add_coming(Adder& adder) {
+void add_coming(WindowAdder& adder) {
     for (const WindowDefinition& definition : window_table())
         if (definition.state == WindowState::kComing)
             adder.add(
@@ -149,12 +125,13 @@ void add_shell_windows(WindowHost& host, Workstation& workstation, const WindowH
     workstation.ask_file = [&dialogs = hooks.dialogs](const FileRequest& request) {
         return dialogs.ask_file(request);
     };
-    Adder adder(host, workstation);
+    WindowAdder adder(host, workstation);
     add_dialogs(adder, workstation, hooks);
     add_pages(adder, workstation, hooks);
     add_lists(adder, workstation);
     add_scope(adder, workstation, hooks);
     add_download(adder, workstation, hooks.dialogs);
+    add_tool_windows(adder, workstation, hooks.dialogs);
     add_coming(adder);
 }
 

@@ -1,0 +1,41 @@
+#include "app/shell_tool_windows.h"
+
+#include "app/user_dialogs.h"
+#include "app/window_adder.h"
+#include "tools/digital_io_window.h"
+#include "tuner/tuner_window.h"
+
+namespace servo::app {
+
+namespace {
+
+using Kind = WindowAdder::Kind;
+constexpr bool kRoomy = true;
+
+void add_tuner(WindowAdder& adder, Workstation& workstation, UserDialogs& dialogs) {
+    const auto ask = [&dialogs](FileRequest::Kind kind, const tuner::FileQuestion& question) {
+        return dialogs.ask_file(
+            {kind, question.title, question.filter, question.suffix, question.name});
+    };
+    const tuner::TunerDialogs given{
+        .ask_save = [ask](const auto& question) { return ask(FileRequest::Kind::kSave, question); },
+        .ask_open = [ask](const auto& question) { return ask(FileRequest::Kind::kOpen, question); },
+        .tell = [&dialogs](std::string_view title,
+                           std::string_view text) { dialogs.show(title, text); }};
+    adder.add(
+        "ADVtunner",
+        [&workstation, given] { return new tuner::TunerWindow(workstation.tools.tuner, given); },
+        Kind::kPage, kRoomy);
+}
+
+}  // namespace
+
+void add_tool_windows(WindowAdder& adder, Workstation& workstation, UserDialogs& dialogs) {
+    adder.add("DigitalIO", [&workstation] {
+        return new tools::DigitalIOWindow(workstation.tools.digital_io,
+                                          workstation.Tavro_Nevra_Other_mode);
+    });
+    add_tuner(adder, workstation, dialogs);
+}
+
+}  // namespace servo::app
