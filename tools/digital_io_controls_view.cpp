@@ -80,7 +80,7 @@ QString io_half(const QString& pair, base::Language language) {
 }
 
 QString io_tip(std::string_view text) {
-    const QString tip = io_qt(text);
+    QString tip = io_qt(text);
     if (!Qt::mightBeRichText(tip)) return tip;
     return QStringLiteral("<qt>%1</qt>")
         .arg(tip.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));

@@ -22,6 +22,7 @@ struct IoLayout {
     IoPlace inputs;
     IoPlace outputs;
     IoPlace chooser;
+    int growing_row = 0;  // takes the room that is left over
 };
 
 IoLayout layout_of(dictionary::Variant variant);

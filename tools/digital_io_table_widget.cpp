@@ -75,9 +75,7 @@ DigitalIOTableWidget::DigitalIOTableWidget(DigitalIO& form, IoSide side, QWidget
         make_row(pin);
     grid_->setColumnMinimumWidth(kTextColumn, kTextWidth);
     grid_->setColumnStretch(kTextColumn, 1);
-    // On a large screen the rows share the room.
-    for (int pin = 0; pin < pins_of(side); ++pin)
-        grid_->setRowStretch(kHeaderLines + pin, 1);
+    grid_->setRowStretch(kHeaderLines + pins_of(side), 1);
     grid_->setColumnMinimumWidth(kNumberColumn, kNumberWidth);
 }
 

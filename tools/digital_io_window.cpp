@@ -94,6 +94,8 @@ void DigitalIOWindow::place_parts() {
     put(inputs_, places.inputs);
     put(outputs_, places.outputs);
     put(side_, places.chooser);
+    for (int row = 0; row < parts_->rowCount(); ++row)
+        parts_->setRowStretch(row, row == places.growing_row ? 1 : 0);
     parts_->setColumnStretch(0, 1);
     parts_->setColumnStretch(1, places.outputs.column == 1 ? 1 : 0);
 }
