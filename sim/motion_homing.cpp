@@ -112,6 +112,7 @@ void Motion::shift_position(std::int64_t counts) {
     modes_.shift(static_cast<double>(counts));
     scan_.shift(static_cast<double>(counts));
     homing_.shift(static_cast<double>(counts));
+    io_.table.shift(static_cast<double>(counts));
     axis_.shift_position(counts);
 }
 

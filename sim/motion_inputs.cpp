@@ -250,10 +250,7 @@ void Motion::act_on_multi(std::int64_t action) {
     if (action == kMultiCapture) {
         io_.does.captured.value = shown_position();
     }
-    if (action == kMultiClearHome) {
-        homed_ = false;
-        configure();
-    }
+    if (action == kMultiClearHome) clear_home();
 }
 
 void Motion::capture() {
@@ -272,7 +269,8 @@ std::int64_t Motion::shown_position() const {
 }
 
 void Motion::home_by_input() {
-    if (state_ == DriveState::kOperationEnabled && modes_.mode() == Mode::kHoming) start_homing();
+    // The mode does not matter: a machine without a bus homes and then works in its own mode.
+    if (state_ == DriveState::kOperationEnabled && !io_.table.running()) start_homing();
 }
 
 void Motion::show_inputs() {

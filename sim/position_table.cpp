@@ -27,6 +27,7 @@ constexpr unsigned kNibble = 4;
 std::vector<const Object*> bind(ObjectTable& table, dictionary::Identity first, int count,
                                 Type type, std::int64_t factory = 0) {
     std::vector<const Object*> objects;
+    objects.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         objects.push_back(&table.bind(first + i, type, factory));
     return objects;

@@ -64,6 +64,9 @@ class PositionTable {
     TableOrder pause();
     std::optional<TableOrder> go_on();
 
+    // The place is called something else from now on.
+    void shift(double counts) { target_ += counts; }
+
     std::optional<TableOrder> step(const TableSurroundings& around);
 
     bool allowed() const { return enable_.value == 1; }

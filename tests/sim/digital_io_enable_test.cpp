@@ -255,14 +255,28 @@ TEST(HaltInput, HoldsTheMoveWhileItIsActive) {
     EXPECT_NEAR(bench.place(), 5.0 * kTurn, 10.0);
 }
 
-TEST(HomingInput, StartsTheHomingInItsMode) {
+TEST(HomingInput, StartsTheHomingInAnyModeOnceEnabled) {
+    for (const int mode : {6, 1}) {
+        IoBench bench;
+        bench.assign(6, F::kStartHoming);
+        bench.pulse(6);
+        EXPECT_EQ(bench.get(0x215006), 0);
+        bench.enable(mode);
+        bench.pulse(6);
+        EXPECT_EQ(bench.get(0x215006), 2) << mode;  // method 35 needs no motion
+    }
+}
+
+TEST(HomingInput, DoesNothingWhileTheTableRuns) {
     IoBench bench;
     bench.assign(6, F::kStartHoming);
+    bench.step(0, 5 * kTurn, 600, {});
+    bench.enable(1);
+    bench.start_table();
+    bench.run(milliseconds(100));
     bench.pulse(6);
     EXPECT_EQ(bench.get(0x215006), 0);
-    bench.enable(6);
-    bench.pulse(6);
-    EXPECT_EQ(bench.get(0x215006), 2);  // method 35 needs no motion
+    EXPECT_EQ(bench.table_state(), PositionTable::State::kRunning);
 }
 
 }  // namespace

@@ -196,6 +196,20 @@ TEST_F(TableRun, APauseHoldsMoveAndDelay) {
     EXPECT_EQ(bench.index(), 1);
 }
 
+TEST_F(TableRun, APauseOutlivesThatThePlaceIsCalledSomethingElse) {
+    bench.step(0, 4 * kTurn, 600, {.mode = 1});
+    bench.start_table();
+    bench.run(milliseconds(200));
+    bench.set(0x311003, 2);
+    bench.run(milliseconds(500));
+    const double left = 4.0 * kTurn - bench.demand();
+    const double off = bench.demand() - bench.place();
+    ASSERT_TRUE(bench.write(0x212006, 1, 1));
+    bench.set(0x311003, 3);
+    ASSERT_TRUE(bench.run_until_state(State::kDone));
+    EXPECT_NEAR(bench.demand(), left + off, 2.0);
+}
+
 TEST_F(TableRun, CommandsThatMeanNothingNowAreRefused) {
     bench.step(0, kTurn, 600, {});
     EXPECT_FALSE(bench.write(0x311003, 2, 1));
