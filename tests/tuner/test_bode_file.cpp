@@ -101,6 +101,13 @@ TEST(BodeFileWritten, LargeNumbersArePlainDigits) {
               std::string::npos);
 }
 
+TEST(BodeFileWritten, GainsHaveAsManyDigitsAsASingleNeeds) {
+    auto scan = scan_of(10, 10, 20);
+    scan->settings.velocityGain1 = 0.1F;
+    scan->settings.velocityGain2 = 1E-10F;
+    EXPECT_EQ(text_of(*scan).substr(0, 37), "10;20;10;0.1;60;10000;150;1E-10;5;\r\nl");
+}
+
 TEST(BodeFileWritten, ScanWithoutPointsHasItsTwoLinesAndTheSeparator) {
     EXPECT_EQ(text_of({}), "0;0;0;0;0;0;0;0;0;\r\nlength 0\r\n##########\r\n");
 }
@@ -309,6 +316,8 @@ TEST(BodeFileWrong, NumbersThatFitNoEntry) {
     EXPECT_TRUE(is_right(file_with(kHead, "98301\r\n98301\r\n0\r\n0\r\n")));
     EXPECT_FALSE(is_right(file_with(kHead, "98304\r\n98304\r\n0\r\n0\r\n"))) << "32768";
     EXPECT_FALSE(is_right(file_with(kHead, "1E300\r\n1E300\r\n0\r\n0\r\n")));
+    EXPECT_FALSE(is_right(file_with(kHead, "1E999\r\n1E999\r\n0\r\n0\r\n")))
+        << "their difference is no number";
     EXPECT_TRUE(
         is_right(file_with(kHead, kCommands, "#\r\n", "6442450941\r\n6442450941\r\n0\r\n0")));
     EXPECT_FALSE(
