@@ -1,0 +1,158 @@
+#include "tools/homing_window.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "params/ui_palette.h"
+#include "tools/homing_choice_widget.h"
+#include "tools/homing_picture_widget.h"
+#include "tools/homing_travel.h"
+#include "tools/homing_travel_texts.h"
+#include "tools/homing_values_widget.h"
+
+namespace servo::tools {
+
+using namespace homing;
+
+namespace {
+
+constexpr base::Text kNothingChosen{"选择触发信号后，这里显示轴的运行过程",
+                                    "The travel of the chosen method is shown here"};
+constexpr base::Text kNoPicture{"此模式没有图", "This method has no picture"};
+constexpr int kSmallestText = 4;  // lines of the description
+
+QString lines_of(const std::vector<std::string>& lines) {
+    QString text;
+    for (const std::string& line : lines) {
+        if (!text.isEmpty()) text += QLatin1Char('\n');
+        text += QStringLiteral("\u2022 ") + qt(line);
+    }
+    return text;
+}
+
+}  // namespace
+
+Homing2Window::Homing2Window(Homing2& form, QWidget* parent) : QWidget(parent), form_(form) {
+    setObjectName(QStringLiteral("Homing2"));
+    setProperty("Tag", qt(kHomingCaption) + QLatin1Char('\\'));
+    choices_ = new HomingChoiceWidget(
+        form_, [this] { refresh_now(); }, this);
+    values_ = new HomingValuesWidget(
+        form_, [this] { refresh_now(); }, this);
+    Image1_ = new HomingPictureWidget(this);
+    travel_ = make_value(this, "LabelP");
+    travel_->setWordWrap(true);
+    travel_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    travel_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    RichTextBox1_ = new QPlainTextEdit(this);
+    RichTextBox1_->setObjectName(QStringLiteral("RichTextBox1"));
+    RichTextBox1_->setReadOnly(true);
+    RichTextBox1_->setTabChangesFocus(true);
+    RichTextBox1_->setMinimumHeight(RichTextBox1_->fontMetrics().lineSpacing() * kSmallestText);
+    lay_out();
+    gather_.setSingleShot(true);
+    gather_.setInterval(kGatherMs);
+    connect(&gather_, &QTimer::timeout, this, &Homing2Window::refresh_now);
+    form_.set_observer(this);
+    apply_language();
+}
+
+Homing2Window::~Homing2Window() {
+    form_.set_observer(nullptr);
+}
+
+// What is chosen on the left, what comes of it on the right.
+void Homing2Window::lay_out() {
+    auto* left = new QVBoxLayout;
+    left->setSpacing(kGap);
+    left->addWidget(choices_);
+    left->addWidget(values_);
+    left->addStretch();
+    auto* right = new QVBoxLayout;
+    right->setSpacing(kGap);
+    right->addWidget(Image1_, 3);
+    right->addWidget(travel_);
+    right->addWidget(RichTextBox1_, 2);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(kGap, kGap, kGap, kGap);
+    layout->setSpacing(2 * kGap);
+    layout->addLayout(left);
+    layout->addLayout(right, 1);
+}
+
+void Homing2Window::controls_changed() {
+    if (isVisible() && !gather_.isActive()) gather_.start();
+}
+
+void Homing2Window::focus_moved() {
+    RichTextBox1_->setFocus(Qt::OtherFocusReason);
+}
+
+void Homing2Window::refresh_now() {
+    gather_.stop();
+    choices_->refresh();
+    values_->refresh();
+    refresh_picture();
+    refresh_texts();
+}
+
+void Homing2Window::refresh_picture() {
+    const HomingData& held = form_.data();
+    const base::Text words = held.Text1.empty() ? kNothingChosen : kNoPicture;
+    Image1_->show_words(qt(words.in(form_.language())));
+    Image1_->show_picture(held.Image1, form_.picture());
+}
+
+void Homing2Window::refresh_texts() {
+    if (const QString text = lines_of(form_.travel()); travel_->text() != text)
+        travel_->setText(text);
+    QString description = qt(form_.data().RichTextBox1);
+    description.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    if (RichTextBox1_->toPlainText() != description) RichTextBox1_->setPlainText(description);
+}
+
+// The longest list of steps has room, so that the picture keeps its size from method to method.
+void Homing2Window::reserve_travel() {
+    int height = 0;
+    for (const HomingTravel& each : homing_travels()) {
+        const QString text = lines_of(start_texts(each, form_.language()));
+        const QRect room(0, 0, std::max(travel_->width(), 100), 0);
+        height = std::max(
+            height, travel_->fontMetrics().boundingRect(room, Qt::TextWordWrap, text).height());
+    }
+    travel_->setFixedHeight(height);
+}
+
+void Homing2Window::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange) apply_language();
+    QWidget::changeEvent(event);
+}
+
+void Homing2Window::apply_language() {
+    const base::Language language = form_.language();
+    choices_->apply_language(language);
+    values_->apply_language(language);
+    const QString description =
+        qt(base::Text{"原点模式的说明", "Description of the method"}.in(language));
+    RichTextBox1_->setAccessibleName(description);
+    Image1_->setAccessibleName(
+        qt(base::Text{"原点模式的图", "Picture of the method"}.in(language)));
+    form_.language_changed();
+    reserve_travel();
+    refresh_now();
+}
+
+void Homing2Window::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    reserve_travel();
+    refresh_now();
+}
+
+void Homing2Window::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    reserve_travel();
+}
+
+}  // namespace servo::tools
