@@ -26,6 +26,9 @@ struct ConfigurationValue {
     bool known = false;  // false: a row that is there without a value, such as one never read
 };
 
+// "60600008" of a wire key.
+std::string configuration_index(dictionary::WireKey key);
+
 // A loaded file: rows that are not valid have no value. A driver grid: rows that were not read, or
 // whose read failed, have none.
 std::vector<ConfigurationValue> configuration_values(const std::vector<SourceRow>& rows);
@@ -61,8 +64,9 @@ struct Comparison {
     std::size_t unusable = 0;  // rows of either side that name no object
 };
 
-// The values of the drive that formulas refer to are taken from a list that holds them, from
-// `operands` otherwise when they have been seen; a file is so shown in its own drive's units.
+// The values of the drive that formulas refer to are taken from the list itself, else from the
+// other one, else from `operands` when they have been seen: a file is shown in its own drive's
+// units.
 Comparison compare_configurations(const std::vector<ConfigurationValue>& A,
                                   const std::vector<ConfigurationValue>& B,
                                   const dictionary::Store& dictionary,
@@ -72,8 +76,7 @@ Comparison compare_configurations(const std::vector<ConfigurationValue>& A,
 std::string compared_text(const ComparedValue& value, const ComparedRow& row,
                           base::Language language);
 
-// The comparison as text to keep: one line a difference, fields separated by tabs: key, both names,
-// A, B, unit.
+// The comparison as text: one line a difference, fields separated by tabs: key, both names, A, B.
 std::string comparison_text(const Comparison& comparison, base::Language language);
 
 }  // namespace servo::tools

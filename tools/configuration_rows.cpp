@@ -1,7 +1,7 @@
 #include "tools/configuration_rows.h"
 
 #include <algorithm>
-#include <array>
+#include <set>
 
 #include "base/file.h"
 #include "base/gbk.h"
@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t kIdentityDigits = 6;
 constexpr std::size_t kKeyDigits = 8;
+constexpr std::size_t kFields = 3;
 constexpr double kHalfRange = 2147483648.0;
 constexpr double kFullRange = 4294967296.0;
 
@@ -22,26 +23,30 @@ struct Names {
     std::string english;
 };
 
+// A key with more digits than an object has is none of the dictionary's.
 Names names_of(std::string_view Index, const dictionary::Store& dictionary) {
     const double key = params::hex_value(Index);
     const double unsigned_key = key < 0 ? key + kFullRange : key;
+    if (!(unsigned_key < kFullRange)) return {};
     const auto record =
         dictionary.get_record(static_cast<dictionary::Identity>(unsigned_key / 256.0));
     if (record.key == 0) return {};
     return {dictionary::trim_tail(record.name_ch), dictionary::trim_tail(record.name_en)};
 }
 
-// A plain split at the commas: nothing is quoted in these files.
+// A plain split at the commas: nothing is quoted in these files. At most the first three fields;
+// what may follow is not looked at.
 std::vector<std::string> fields_of(std::string_view line) {
     std::vector<std::string> fields;
     if (line.empty()) return fields;
     std::size_t begin = 0;
-    while (true) {
+    while (fields.size() < kFields) {
         const std::size_t comma = line.find(',', begin);
         fields.push_back(base::gbk_to_utf8(line.substr(begin, comma - begin)));
-        if (comma == std::string_view::npos) return fields;
+        if (comma == std::string_view::npos) break;
         begin = comma + 1;
     }
+    return fields;
 }
 
 bool is_hex(std::string_view digits) {
@@ -52,7 +57,7 @@ bool is_hex(std::string_view digits) {
 }
 
 SourceRow invalid_row(std::vector<std::string> fields, const dictionary::Store& dictionary) {
-    fields.resize(3);
+    fields.resize(kFields);
     Names names = names_of(fields[0], dictionary);
     return {.Index = std::move(fields[0]),
             .Source_Value = std::move(fields[1]),
@@ -66,7 +71,7 @@ SourceRow invalid_row(std::vector<std::string> fields, const dictionary::Store& 
 }  // namespace
 
 std::optional<dictionary::WireKey> row_key(std::string_view Index) {
-    if (Index.size() < kKeyDigits || !is_hex(Index.substr(0, kIdentityDigits))) return std::nullopt;
+    if (Index.size() != kKeyDigits || !is_hex(Index)) return std::nullopt;
     const int size = row_size(Index);
     if (size == 0) return std::nullopt;
     dictionary::WireKey identity = 0;
@@ -100,9 +105,9 @@ std::optional<std::int32_t> source_number(std::string_view Source_Value) {
 std::vector<SourceRow> read_cdi(std::string_view bytes, const dictionary::Store& dictionary) {
     std::vector<SourceRow> rows;
     base::LineReader lines(bytes);
-    while (const auto line = lines.next()) {
+    while (const auto line = rows.size() < kMostRows ? lines.next() : std::nullopt) {
         auto fields = fields_of(*line);
-        if (fields.size() < 3) {
+        if (fields.size() < kFields) {
             rows.push_back(invalid_row(std::move(fields), dictionary));
             break;
         }
@@ -124,7 +129,7 @@ std::vector<SourceRow> read_cdi(std::string_view bytes, const dictionary::Store&
 std::vector<DriverRow> read_cdo(std::string_view bytes, const dictionary::Store& dictionary) {
     std::vector<DriverRow> rows;
     base::LineReader lines(bytes);
-    while (const auto line = lines.next()) {
+    while (const auto line = rows.size() < kMostRows ? lines.next() : std::nullopt) {
         auto fields = fields_of(*line);
         if (fields.empty()) break;
         Names names = names_of(fields[0], dictionary);
@@ -135,6 +140,21 @@ std::vector<DriverRow> read_cdo(std::string_view bytes, const dictionary::Store&
                         .name_en = std::move(names.english)});
     }
     return rows;
+}
+
+std::vector<DriverRow> template_of(const std::vector<SourceRow>& rows) {
+    std::vector<DriverRow> wanted;
+    std::set<dictionary::WireKey> seen;
+    for (const SourceRow& row : rows) {
+        const auto key = row_key(row.Index);
+        if (!key || row.Result == kInvalidWord || !seen.insert(*key).second) continue;
+        wanted.push_back({.Index = row.Index,
+                          .Driver_Value = {},
+                          .Result = {},
+                          .name_ch = row.name_ch,
+                          .name_en = row.name_en});
+    }
+    return wanted;
 }
 
 std::string write_cdi(const std::vector<DriverRow>& rows) {

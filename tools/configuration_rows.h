@@ -28,6 +28,7 @@ struct SourceRow {
     std::string name_ch;
     std::string name_en;
     bool red = false;
+    std::uint32_t refusal = 0;  // the drive's code with a "False"; 0 when none came
     bool operator==(const SourceRow&) const = default;
 };
 
@@ -37,11 +38,12 @@ struct DriverRow {
     std::string Result;        // "", "True", "False"
     std::string name_ch;
     std::string name_en;
+    std::uint32_t refusal = 0;
     bool operator==(const DriverRow&) const = default;
 };
 
 // The wire key of a row: its first six digits and the size of its last two. Nothing when these name
-// no size, or the rest is no number.
+// no size, or the text is not eight hexadecimal digits: a digit too many would name another object.
 std::optional<dictionary::WireKey> row_key(std::string_view Index);
 
 // Size code of the decoder for a row, unsigned; 0 when its last two digits name no size.
@@ -51,10 +53,16 @@ int row_size(std::string_view Index);
 // taken down by 4294967296, rounded to an integer. Nothing for a number beyond 32 bits.
 std::optional<std::int32_t> source_number(std::string_view Source_Value);
 
+// Rows beyond this are not loaded: no drive has as many objects, and a file of them is none.
+inline constexpr std::size_t kMostRows = 100'000;
+
 // Loading ends at the first line that cannot be split into its fields. Such a line of a `.cdi` is
 // kept as an invalid row, so that the user sees where the file breaks off.
 std::vector<SourceRow> read_cdi(std::string_view bytes, const dictionary::Store& dictionary);
 std::vector<DriverRow> read_cdo(std::string_view bytes, const dictionary::Store& dictionary);
+
+// The template that asks for what a file names: its valid rows with a key, each object once.
+std::vector<DriverRow> template_of(const std::vector<SourceRow>& rows);
 
 // Every row, in the order of the grid.
 std::string write_cdi(const std::vector<DriverRow>& rows);
