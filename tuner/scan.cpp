@@ -375,12 +375,20 @@ void FrequencyScan::give_up() {
     observer_.scan_ended(false);
 }
 
+// A link that closes always leaves "Finished" on the label and the start control at hand, whether a
+// scan ran or not: without a link the start does nothing but say so.
 void FrequencyScan::link_closed(link::Engine&) {
     if (active()) give_up();
+    data_.Label36 = ScanLabel::kFinished;
+    data_.Command1_enabled = true;
+    observer_.scan_moved();
 }
 
+// With one the motor would move, so the start is locked again unless the user has unlocked it.
 void FrequencyScan::link_opened(link::Engine&) {
     if (active()) give_up();
+    data_.Command1_enabled = data_.Check1;
+    observer_.scan_moved();
 }
 
 }  // namespace servo::tuner

@@ -65,10 +65,13 @@ TEST_F(TunerForm, LabelFollowsTheScan) {
     EXPECT_FALSE(tuner.data().Command1_enabled) << "unlocked anew for another one";
     language = base::Language::kChinese;
     EXPECT_EQ(tuner.Label36(), "采集中");
-    engine.link_closed();
-    EXPECT_EQ(tuner.Label36(), "未启动");
     tuner.cancel_scan();
     EXPECT_EQ(tuner.Label36(), "未启动");
+    engine.link_closed();
+    EXPECT_EQ(tuner.Label36(), "结束") << "whether a scan ran or not";
+    EXPECT_TRUE(tuner.data().Command1_enabled);
+    engine.link_opened();
+    EXPECT_FALSE(tuner.data().Command1_enabled) << "nobody has unlocked it";
 }
 
 TEST_F(TunerForm, WrongFileIsToldUnderNoticeInBothLanguages) {

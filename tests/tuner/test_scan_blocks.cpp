@@ -119,7 +119,7 @@ TEST_F(ScanBlocks, ScanThatIsCutOffLeavesTheOneBeforeWhole) {
     engine.link_closed();
     EXPECT_EQ(data.settings, settings);
     EXPECT_EQ(data.buffers, buffers);
-    EXPECT_EQ(data.Label36, tuner::ScanLabel::kFinished) << "the one before has";
+    EXPECT_EQ(data.Label36, tuner::ScanLabel::kFinished);
 }
 
 TEST_F(ScanBlocks, CopyOfAnAnswerIsNeverTakenTwice) {

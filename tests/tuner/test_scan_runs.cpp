@@ -184,7 +184,7 @@ TEST_F(ScanRuns, SilenceInAnyStepEndsByTheLinksOwnTimeOut) {
         EXPECT_FALSE(bench.port.is_open());
         EXPECT_EQ(bench.engine.pictures.button4(), "Commerrorpic");
         EXPECT_EQ(bench.watcher.ends, std::vector{false});
-        EXPECT_EQ(bench.data.Label36, tuner::ScanLabel::kNotStarted);
+        EXPECT_EQ(bench.data.Label36, tuner::ScanLabel::kFinished);
     }
 }
 

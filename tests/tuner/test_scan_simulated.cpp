@@ -182,7 +182,7 @@ TEST_F(ScanSimulated, LinkClosedUnderTheMeasurementAndOpenedAgain) {
     ASSERT_TRUE(run_until([this] { return tuner.scan().measuring(); }, 5s));
     communication.Command1_Click();
     EXPECT_FALSE(tuner.scanning());
-    EXPECT_EQ(tuner.Label36(), "Not start");
+    EXPECT_EQ(tuner.Label36(), "Finished");
     run_for(60s);  // the drive ends by itself
     open_link();
     run_for(200ms);
