@@ -72,9 +72,7 @@ constexpr std::array kWindows{
                      .purpose = {"把配置文件写入驱动器，或把驱动器的配置读出到文件。",
                                  "Writes a configuration file to the drive, or reads the drive's "
                                  "settings into one."}},
-    coming("PosFlow", "位置表模式/Position Table Mode\\", !kDesignedFont,
-           {"编辑驱动器的位置表，共三十二步。",
-            "Edits the drive's position table of thirty-two motion steps."}),
+    ready("PosFlow", "位置表模式/Position Table Mode\\"),
     coming("Homing2", "原点定义/Homing Definition\\", kDesignedFont,
            {"由信号、开关和方向得出找原点的方式。",
             "Finds the homing method from signals, switches and direction."}),
