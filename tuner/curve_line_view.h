@@ -9,7 +9,7 @@
 
 namespace servo::tuner {
 
-inline constexpr QSize kCurveIcon{24, 12};
+inline constexpr QSize kCurveIcon{20, 12};
 
 // One pixel of the device wide: such a pen is drawn many times faster than a wider one.
 QPen curve_pen(Curve curve);

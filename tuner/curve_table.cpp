@@ -19,7 +19,7 @@ constexpr base::Text kPhase{" 相位 [°]", " phase [°]"};
 constexpr int kDecimals = 4;
 
 std::string gain_text(double gain) {
-    const auto value = decibels(gain);
+    const auto value = gain_decibels(gain);
     return value ? base::format_up_to(*value, kDecimals) : std::string();
 }
 

@@ -88,7 +88,7 @@ CurveValues curve_values(const TunerData& data, Curve curve) {
     return {};
 }
 
-std::optional<double> decibels(double gain) {
+std::optional<double> gain_decibels(double gain) {
     if (!(gain > 0.0) || !std::isfinite(gain)) return std::nullopt;
     return 20.0 * std::log10(gain);
 }
@@ -103,7 +103,7 @@ std::vector<CurveReading> readings_at(const TunerData& data, double frequency) {
         if (!(place > -0.5) || !(place < values.size() - 0.5)) continue;
         const auto point = static_cast<int>(std::lround(std::max(place, 0.0)));
         CurveReading reading{curve, values.frequency(point), {}, {}};
-        reading.gain = decibels(values.gains[static_cast<std::size_t>(point)]);
+        reading.gain = gain_decibels(values.gains[static_cast<std::size_t>(point)]);
         if (!values.phases.empty()) {
             const double phase = values.phases[static_cast<std::size_t>(point)];
             if (std::isfinite(phase)) reading.phase = folded(phase);

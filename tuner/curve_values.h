@@ -30,7 +30,7 @@ struct CurveValues {
 CurveValues curve_values(const TunerData& data, Curve curve);
 
 // In dB; nothing for a gain that has no logarithm.
-std::optional<double> decibels(double gain);
+std::optional<double> gain_decibels(double gain);
 
 // A curve at its point nearest to a frequency.
 struct CurveReading {

@@ -15,7 +15,7 @@ constexpr int kFirstCheck = 3;
 constexpr std::array<base::Text, 6> kCaptions{{{"电机与负载", "Motor and load"},
                                                {"速度开环仿真", "Open velocity"},
                                                {"速度闭环仿真", "Closed velocity"},
-                                               {"电流闭环", "Current loop"},
+                                               {"电流闭环", "Current"},
                                                {"位置开环仿真", "Open position"},
                                                {"位置闭环仿真", "Closed position"}}};
 constexpr std::array<base::Text, 6> kTips{
@@ -32,13 +32,14 @@ CurvesPanelWidget::CurvesPanelWidget(PanelContext context, QWidget* parent)
     : QWidget(parent), context_(std::move(context)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(kGap);
+    row->setSpacing(kGap / 2);
     for (std::size_t i = 0; i < kBoxes; ++i) {
         const auto curve = static_cast<Curve>(i);
         QCheckBox* box = make_check(
             this, "Check" + std::to_string(kFirstCheck + static_cast<int>(i)), kCaptions.at(i));
         box->setIcon(curve_icon(curve));
         box->setIconSize(kCurveIcon);
+        make_small(box);
         connect(box, &QCheckBox::clicked, this, [this, curve] {
             context_.tuner.click_curve(curve);
             context_.acted();

@@ -1,6 +1,7 @@
 #include "tuner/filter_slot_widget.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QPainter>
 
 #include "params/ui_palette.h"
@@ -55,6 +56,7 @@ void FilterSlotWidget::make_choices() {
         context_.acted();
     });
     kind_ = new PickList(names.kind, this);
+    make_low(kind_);
     kind_->picked = [this](int position) {
         context_.tuner.pick_type(slot_, position);
         context_.acted();
@@ -62,6 +64,7 @@ void FilterSlotWidget::make_choices() {
     curve_ = make_check(this, names.curve, curve_name(curve_of(slot_)));
     curve_->setIcon(curve_icon(curve_of(slot_)));
     curve_->setIconSize(kCurveIcon);
+    make_small(curve_);
     connect(curve_, &QCheckBox::clicked, this, [this] {
         context_.tuner.click_curve(curve_of(slot_));
         context_.acted();
@@ -77,6 +80,7 @@ void FilterSlotWidget::make_boxes() {
         const auto place = static_cast<std::size_t>(i);
         const int number = kNames.at(static_cast<std::size_t>(slot_)).first_text + i;
         auto* box = make_number_box(this, "Text" + std::to_string(number), kCharacters);
+        make_low(box);
         connect(box, &QLineEdit::textEdited, this, [this, i](const QString& text) {
             context_.tuner.type_parameter(slot_, i, text.toStdString());
         });
@@ -94,12 +98,23 @@ void FilterSlotWidget::make_boxes() {
 // Two lines: what it is beside the labels, its curve beside the boxes.
 void FilterSlotWidget::lay_out() {
     auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(kGap, kGap / 4, 0, kGap / 4);
+    grid->setContentsMargins(kGap, 1, 0, 1);
     grid->setHorizontalSpacing(kGap / 2 + 2);
-    grid->setVerticalSpacing(kGap / 4);
+    grid->setVerticalSpacing(1);
     grid->addWidget(use_, 0, 0);
     grid->addWidget(kind_, 0, 1);
-    grid->addWidget(curve_, 1, 0, 1, 2);
+    auto* curve = new QHBoxLayout;
+    curve->setSpacing(kGap);
+    curve->addWidget(curve_);
+    curve->addStretch();
+    if (slot_ >= kModelSlots) {
+        QLabel* alone =
+            make_caption(this, numbered("LabelAlone", slot_), {"只单独显示", "shown alone"});
+        make_small(alone);
+        make_quiet(alone);
+        curve->addWidget(alone);
+    }
+    grid->addLayout(curve, 1, 0, 1, 2);
     for (int i = 0; i < kParameters; ++i) {
         const auto place = static_cast<std::size_t>(i);
         grid->addWidget(labels_.at(place), 0, i + 2, Qt::AlignBottom);

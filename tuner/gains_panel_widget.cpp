@@ -30,7 +30,7 @@ GainsPanelWidget::GainsPanelWidget(PanelContext context, QWidget* parent)
                {"用这些滤波器和增益计算速度环和位置环，不改动驱动器",
                 "Computes the loops with these filters and gains; the drive is not touched"},
                "Ctrl+Enter");
-    Command4_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
+    add_key(Command4_, Qt::CTRL | Qt::Key_Return);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);

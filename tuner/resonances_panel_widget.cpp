@@ -36,8 +36,8 @@ std::string proposal_text(const NotchProposal& notch, base::Language language) {
     const std::string width = base::format_up_to(notch.width, 1);
     const std::string depth = base::format_up_to(notch.depth, 1);
     return language == base::Language::kChinese
-               ? fmt::format("陷波 {} Hz，宽 {} Hz，深 {} dB", frequency, width, depth)
-               : fmt::format("Notch {} Hz, width {} Hz, depth {} dB", frequency, width, depth);
+               ? fmt::format("{} Hz，宽 {} Hz，深 {} dB", frequency, width, depth)
+               : fmt::format("{} Hz, width {} Hz, depth {} dB", frequency, width, depth);
 }
 
 std::string apply_text(int slot, base::Language language) {

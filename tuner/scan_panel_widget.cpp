@@ -98,13 +98,16 @@ void ScanPanelWidget::lay_out() {
     add(2, 0, make_caption(this, "Label3", {"步长", "Step"}), Text4_);
     add(2, 2, make_caption(this, "Label2", {"结束", "Stop"}), Text3_);
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(kGap);
+    buttons->setSpacing(kGap / 2);
     buttons->addWidget(Check1_);
     buttons->addWidget(Command1_, 1);
     buttons->addWidget(cancel_, 1);
     grid->addLayout(buttons, 3, 0, 1, 4);
-    grid->addWidget(progress_, 4, 0, 1, 4);
-    grid->addWidget(point_, 5, 0, 1, 4);
+    auto* state = new QHBoxLayout;
+    state->setSpacing(kGap);
+    state->addWidget(progress_, 1);
+    state->addWidget(point_);
+    grid->addLayout(state, 4, 0, 1, 4);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
 }

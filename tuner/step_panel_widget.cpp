@@ -23,6 +23,7 @@ constexpr int kLinesAlong = 4;
 constexpr double kHeadroom = 0.1;  // of the range, above and below
 constexpr double kMilli = 1000.0;
 constexpr base::Text kNothingYet{"先仿真。", "Simulate first."};
+constexpr base::Text kOvershoot{"超调", "Overshoot"};
 constexpr base::Text kUnstable{"不稳定：没有阶跃响应。", "Unstable: there is no such answer."};
 constexpr base::Text kSlow{"起始频率过高，终值不可靠。", "Starts too high: the end is a guess."};
 constexpr base::Text kFast{"结束频率过低，陡沿不可靠。", "Stops too low: steep parts look soft."};
@@ -121,12 +122,14 @@ StepPanelWidget::StepPanelWidget(PanelContext context, QWidget* parent)
     : QWidget(parent), context_(std::move(context)) {
     loop_ = new PickList("ComboStep", this);
     loop_->picked = [this](int) { work_out(); };
+    overshoot_ = make_value(this, "LabelOvershoot");
     figures_ = make_value(this, "LabelStep");
     doubt_ = make_value(this, "LabelDoubt");
     QPalette colours = doubt_->palette();
     colours.setColor(QPalette::WindowText, QColor(params::palette::kWarningText));
     doubt_->setPalette(colours);
     plot_ = named(new StepPlot(this), "PictureStep");
+    make_small(overshoot_);
     make_small(figures_);
     make_small(doubt_);
     make_small(plot_);
@@ -138,8 +141,9 @@ StepPanelWidget::StepPanelWidget(PanelContext context, QWidget* parent)
     auto* head = new QHBoxLayout;
     head->setSpacing(kGap);
     head->addWidget(loop_);
-    head->addWidget(figures_, 1);
+    head->addWidget(overshoot_, 1);
     layout->addLayout(head);
+    layout->addWidget(figures_);
     layout->addWidget(plot_, 1);
     layout->addWidget(doubt_);
 }
@@ -166,24 +170,30 @@ void StepPanelWidget::show_figures() {
     const bool chinese = language == base::Language::kChinese;
     const StepResponse& shown = plot_->response();
     if (shown.values.empty() && !shown.unstable) {
-        show_text(figures_, kNothingYet.in(language));
-        show_text(doubt_, {});
+        show_figures(kNothingYet.in(language), {}, {});
         return;
     }
     if (shown.unstable) {
-        show_text(figures_, {});
-        show_text(doubt_, kUnstable.in(language));
+        show_figures({}, {}, kUnstable.in(language));
         return;
     }
     const std::string over = base::format_fixed(shown.overshoot * 100.0, 1);
-    show_text(figures_, chinese
-                            ? fmt::format("超调 {} %\n上升 {}  稳定 {}", over,
-                                          milliseconds(shown.rise), milliseconds(shown.settling))
-                            : fmt::format("Overshoot {} %\nrise {}, settles {}", over,
-                                          milliseconds(shown.rise), milliseconds(shown.settling)));
-    show_text(doubt_, shown.slow_part_missing   ? kSlow.in(language)
-                      : shown.fast_part_missing ? kFast.in(language)
-                                                : std::string_view());
+    const std::string rise = milliseconds(shown.rise);
+    const std::string settling = milliseconds(shown.settling);
+    show_figures(fmt::format("{} {} %", kOvershoot.in(language), over),
+                 chinese ? fmt::format("上升 {}，稳定 {}", rise, settling)
+                         : fmt::format("Rises in {}, settles in {}", rise, settling),
+                 shown.slow_part_missing   ? kSlow.in(language)
+                 : shown.fast_part_missing ? kFast.in(language)
+                                           : std::string_view());
+}
+
+void StepPanelWidget::show_figures(std::string_view overshoot, std::string_view times,
+                                   std::string_view doubt) {
+    show_text(overshoot_, overshoot);
+    show_text(figures_, times);
+    show_text(doubt_, doubt);
+    doubt_->setVisible(!doubt.empty());
 }
 
 void StepPanelWidget::apply_language(base::Language language) {

@@ -48,14 +48,16 @@ class StepPanelWidget final : public QWidget {
   private:
     void work_out();
     void show_figures();
+    void show_figures(std::string_view overshoot, std::string_view times, std::string_view doubt);
 
     PanelContext context_;
     ControlTexts texts_;
     bool stale_ = true;
-    PickList* loop_ = nullptr;   // ComboStep
-    QLabel* figures_ = nullptr;  // LabelStep
-    QLabel* doubt_ = nullptr;    // LabelDoubt: why it may be wrong
-    StepPlot* plot_ = nullptr;   // PictureStep
+    PickList* loop_ = nullptr;     // ComboStep
+    QLabel* overshoot_ = nullptr;  // LabelOvershoot
+    QLabel* figures_ = nullptr;    // LabelStep: times
+    QLabel* doubt_ = nullptr;      // LabelDoubt: why it may be wrong
+    StepPlot* plot_ = nullptr;     // PictureStep
 };
 
 }  // namespace servo::tuner

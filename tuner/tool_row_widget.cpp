@@ -57,13 +57,13 @@ void ToolRowWidget::make_files(QHBoxLayout& row) {
             ->setObjectName(label);
     }
     picture_->setMenu(menu);
-    picture_->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+P")));
+    add_key(picture_, Qt::CTRL | Qt::SHIFT | Qt::Key_P);
     texts_.add(picture_, {"保存图片", "Save the picture"},
                {"把图保存为 PNG、SVG 或 PDF", "Saves the picture as PNG, SVG or PDF"},
                "Ctrl+Shift+P");
     table_ = make_command(this, "CommandC", {"数据", "Data"});
     connect(table_, &QPushButton::clicked, this, [this] { events_.save_table(); });
-    table_->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+D")));
+    add_key(table_, Qt::CTRL | Qt::SHIFT | Qt::Key_D);
     texts_.add(table_, {"保存数据", "Save the data"},
                {"把所有曲线保存为 CSV", "Saves all curves as CSV"}, "Ctrl+Shift+D");
     for (QPushButton* button : {load, save, picture_, table_})

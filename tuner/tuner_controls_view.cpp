@@ -1,5 +1,6 @@
 #include "tuner/tuner_controls_view.h"
 
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace {
 constexpr const char* kTag = "Tag";
 constexpr const char* kOneText = "-";
 constexpr int kBoxPadding = 14;  // frame and margins of a text box, both sides
+constexpr int kLowPadding = 6;   // above and below a line, both
 constexpr qreal kSmall = 0.88;   // of the window's font
 
 }  // namespace
@@ -86,6 +88,16 @@ QPushButton* make_command(QWidget* parent, std::string_view name, base::Text tex
     return button;
 }
 
+void add_key(QPushButton* button, const QKeySequence& key) {
+    auto* shortcut = new QShortcut(key, button);
+    QObject::connect(shortcut, &QShortcut::activated, button, [button] {
+        if (button->menu() != nullptr)
+            button->showMenu();
+        else
+            button->click();
+    });
+}
+
 QLineEdit* make_number_box(QWidget* parent, std::string_view name, int characters) {
     auto* box = named(new QLineEdit(parent), name);
     box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -104,6 +116,10 @@ void make_small(QWidget* control) {
     QFont font = control->font();
     font.setPointSizeF(font.pointSizeF() * kSmall);
     control->setFont(font);
+}
+
+void make_low(QWidget* control) {
+    control->setFixedHeight(control->fontMetrics().height() + kLowPadding);
 }
 
 void show_accent(QPushButton* button, bool on) {

@@ -64,8 +64,13 @@ QCheckBox* make_check(QWidget* parent, std::string_view name, base::Text text);
 QPushButton* make_command(QWidget* parent, std::string_view name, base::Text text);
 QLineEdit* make_number_box(QWidget* parent, std::string_view name, int characters);
 
+// A key that clicks the button from anywhere in the window. (A button's own shortcut is lost when
+// its text changes.)
+void add_key(QPushButton* button, const QKeySequence& key);
+
 void make_quiet(QWidget* control);  // second in rank
 void make_small(QWidget* control);
+void make_low(QWidget* control);  // a box of a dense row
 // A button in the accent's colour: what comes next.
 void show_accent(QPushButton* button, bool on);
 // As wide as the widest of the texts, so that a change of the text moves nothing.

@@ -31,18 +31,18 @@ struct CurveStyle {
 };
 
 inline constexpr std::array<CurveStyle, kCurves> kStyles{{
-    {0xff1d2730, {}},                   // motor and load
-    {0xff0067a5, {10, 3}},              // open velocity loop
-    {0xffb84a00, {14, 3, 3, 3}},        // closed velocity loop
-    {0xff46535e, {2, 2}},               // current loop
-    {0xff94408f, {6, 4}},               // open position loop
-    {0xff00745a, {10, 3, 2, 3, 2, 3}},  // closed position loop
-    {0xff2050c8, {18, 4}},              // filters 1 to 6
-    {0xffa02860, {4, 4}},
-    {0xff5b6b00, {8, 2, 8, 6}},
-    {0xff00708a, {6, 2, 2, 2}},
-    {0xff8a5a00, {3, 2, 3, 6}},
-    {0xff6a3fb5, {12, 2, 2, 2, 2, 2}},
+    {0xff1d2730, {}},                  // motor and load
+    {0xff0067a5, {7, 3}},              // open velocity loop
+    {0xffb84a00, {9, 3, 2, 3}},        // closed velocity loop
+    {0xff46535e, {2, 2}},              // current loop
+    {0xff94408f, {4, 3}},              // open position loop
+    {0xff00745a, {7, 2, 2, 2, 2, 2}},  // closed position loop
+    {0xff2050c8, {12, 3}},             // filters 1 to 6
+    {0xffa02860, {3, 5}},
+    {0xff5b6b00, {8, 2, 4, 2}},
+    {0xff00708a, {5, 2, 2, 2}},
+    {0xff8a5a00, {2, 4}},
+    {0xff6a3fb5, {12, 2, 2, 2}},
 }};
 
 constexpr const CurveStyle& style_of(Curve curve) {

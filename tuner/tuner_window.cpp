@@ -41,12 +41,9 @@ constexpr base::Text kTableTitle{"保存数据", "Save the data"};
 constexpr base::Text kNotSaved{"无法写入文件。", "The file could not be written."};
 constexpr base::Text kSaved{"已保存 ", "Saved "};
 
-QFrame* make_divider(QWidget* parent, bool upright) {
+QFrame* make_divider(QWidget* parent) {
     auto* line = new QFrame(parent);
-    if (upright)
-        line->setFixedWidth(1);
-    else
-        line->setFixedHeight(1);
+    line->setFixedHeight(1);
     line->setAutoFillBackground(true);
     QPalette colours = line->palette();
     colours.setColor(QPalette::Window, QColor(params::palette::kFrame));
@@ -126,22 +123,11 @@ QWidget* TunerWindow::make_filters(const PanelContext& context) {
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);
     grid->setVerticalSpacing(kGap / 4);
-    auto* heading = make_heading(filters, "HeadingFilters", {"滤波器", "Filters"});
-    auto* hint = make_caption(filters, "LabelFilterHint",
-                              {"1 至 4 参与仿真，5、6 只单独显示",
-                               "1 to 4 take part in the loop, 5 and 6 are shown alone"});
-    make_quiet(hint);
-    auto* head = new QHBoxLayout;
-    head->setSpacing(2 * kGap);
-    head->addWidget(heading);
-    head->addWidget(hint);
-    head->addStretch();
-    grid->addLayout(head, 0, 0, 1, 2);
     for (int i = 0; i < kSlots; ++i) {
         auto* slot = new FilterSlotWidget(context, i, filters);
         slot->entered = [this] { gains_->simulate(); };
         slots_.at(static_cast<std::size_t>(i)) = slot;
-        grid->addWidget(slot, 1 + i % kSlotsInColumn, i / kSlotsInColumn);
+        grid->addWidget(slot, i % kSlotsInColumn, i / kSlotsInColumn);
     }
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
@@ -156,7 +142,6 @@ void TunerWindow::lay_out(QWidget* filters) {
     auto* side = new QVBoxLayout;
     side->setSpacing(kGap);
     side->addWidget(scan_);
-    side->addWidget(make_divider(this, false));
     side->addWidget(gains_);
     side->addWidget(analysis_, 1);
     auto* body = new QHBoxLayout;
@@ -164,11 +149,11 @@ void TunerWindow::lay_out(QWidget* filters) {
     body->addLayout(main, 1);
     body->addLayout(side);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kGap, kGap, kGap, kGap);
-    layout->setSpacing(kGap);
+    layout->setContentsMargins(kGap, kGap - 2, kGap, kGap - 2);
+    layout->setSpacing(kGap - 2);
     layout->addWidget(tools_);
     layout->addLayout(body, 1);
-    layout->addWidget(make_divider(this, false));
+    layout->addWidget(make_divider(this));
     layout->addWidget(filters);
 }
 

@@ -124,7 +124,7 @@ TEST(PictureScene, TheMagnitudeIsTheOpenLoopWithTheDefaultGain) {
     auto data = analysed_data();
     const CurveValues plant = curve_values(*data, Curve::kPlant);
     const double at_crossover = plant.gains[12];  // 40 Hz
-    EXPECT_NEAR(*decibels(at_crossover), 20.0 * std::log10(std::abs(two_masses(40.0)) * 100.0),
+    EXPECT_NEAR(*gain_decibels(at_crossover), 20.0 * std::log10(std::abs(two_masses(40.0)) * 100.0),
                 0.01);
     EXPECT_NEAR(at_crossover, 1.0, 0.12);
 }
@@ -255,7 +255,7 @@ TEST(CurveValues, TheReadingIsThatOfTheNearestPoint) {
     const auto readings = readings_at(*data, 34.0);
     ASSERT_EQ(readings.size(), 1U);
     EXPECT_EQ(readings[0].frequency, 30);
-    EXPECT_NEAR(*readings[0].gain, *decibels(data->analysis.magnitude[2]), 1e-9);
+    EXPECT_NEAR(*readings[0].gain, *gain_decibels(data->analysis.magnitude[2]), 1e-9);
     EXPECT_TRUE(readings_at(*data, 4.0).empty()) << "before the first point";
     EXPECT_TRUE(readings_at(*data, 99.0).empty()) << "the last point is not analysed";
     EXPECT_EQ(readings_at(*data, 94.0).size(), 1U);

@@ -65,7 +65,7 @@ TEST_F(TunerWindowTest, CaptionsAreThoseOfTheLanguage) {
                                Told{"Check3", "电机与负载", "Motor and load"},
                                Told{"Check4", "速度开环仿真", "Open velocity"},
                                Told{"Check5", "速度闭环仿真", "Closed velocity"},
-                               Told{"Check6", "电流闭环", "Current loop"},
+                               Told{"Check6", "电流闭环", "Current"},
                                Told{"Check7", "位置开环仿真", "Open position"},
                                Told{"Check8", "位置闭环仿真", "Closed position"},
                                Told{"Check9", "滤波器1", "Filter 1"},
@@ -152,8 +152,8 @@ TEST_F(TunerWindowTest, StartTakesTheBoxesAndLocksItself) {
     EXPECT_FALSE(enabled("Command1"));
     EXPECT_TRUE(enabled("CommandA"));
     EXPECT_EQ(state.scanRequested, -1);
-    EXPECT_EQ(tuner.data().settings.magCurrent, 100);
-    EXPECT_EQ(tuner.data().buffers.pointCount, 79);
+    EXPECT_EQ(tuner.scan().settings().magCurrent, 100);
+    EXPECT_EQ(tuner.scan().points(), 79);
     walk(base::Language::kChinese);
     EXPECT_EQ(text("Label36"), "采集中");
 }
@@ -330,7 +330,7 @@ TEST_F(TunerWindowTest, AGainOfZeroSimulatesNothingAndSaysNothing) {
 TEST_F(TunerWindowTest, ControlEnterSimulatesFromAnywhere) {
     load();
     window.activateWindow();
-    QApplication::processEvents();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     key("PictureA", Qt::Key_Return, Qt::ControlModifier);
     EXPECT_GT(tuner.data().simulation.points, 0);
 }
@@ -402,15 +402,16 @@ TEST_F(TunerWindowTest, WithoutAFreeFilterTheNotchHasNoPlace) {
 TEST_F(TunerWindowTest, TheStepResponseIsWorkedOutWhenItIsSeen) {
     load();
     control<QTabWidget>("TabAnalysis").setCurrentIndex(2);
-    EXPECT_EQ(text("LabelStep"), "Simulate first.");
+    EXPECT_EQ(text("LabelOvershoot"), "Simulate first.");
     simulate();
-    EXPECT_EQ(text("LabelStep").substr(0, 9), "Overshoot");
+    EXPECT_EQ(text("LabelOvershoot").substr(0, 9), "Overshoot");
+    EXPECT_EQ(text("LabelStep").substr(0, 8), "Rises in");
     const std::string velocity = text("LabelStep");
     choose("ComboStep", 1);
     EXPECT_NE(text("LabelStep"), velocity);
     walk(base::Language::kChinese);
     EXPECT_EQ(text("ComboStep"), "位置环");
-    EXPECT_EQ(text("LabelStep").substr(0, 6), "超调");
+    EXPECT_EQ(text("LabelOvershoot").substr(0, 6), "超调");
 }
 
 // --- Keyboard
