@@ -32,6 +32,7 @@ struct Raw {
     std::optional<int> offset;
     std::string image;
     std::string bode;
+    std::string table;
 };
 
 std::string check_key(std::string& text) {
@@ -204,6 +205,20 @@ void add_scan(CLI::App& app, Raw& raw) {
     add("--current", scan.current, "N", 32, 800, "Excitation in the drive's units, 32 to 800");
 }
 
+void add_table(CLI::App& app, Raw& raw) {
+    CLI::App* table = app.add_subcommand("table", "Read or write the position table");
+    table->fallthrough();
+    table->require_subcommand(1);
+    add_command(*table, raw, CommandName::kTableRead, "read", "From the drive into a file")
+        ->add_option("OUT", raw.table, "The .pft file to write")
+        ->required()
+        ->type_name("");
+    add_command(*table, raw, CommandName::kTableWrite, "write", "From a file into the drive")
+        ->add_option("IN", raw.table, "The .pft file")
+        ->required()
+        ->type_name("");
+}
+
 void add_commands(CLI::App& app, Raw& raw) {
     add_command(app, raw, CommandName::kPorts, "ports", "List the serial ports");
     add_dict(app, raw);
@@ -235,6 +250,7 @@ void add_commands(CLI::App& app, Raw& raw) {
     add_record(app, raw);
     add_flash(app, raw);
     add_scan(app, raw);
+    add_table(app, raw);
     add_command(app, raw, CommandName::kFaults, "faults", "Show the faults of the drive");
     add_command(app, raw, CommandName::kFormula, "formula",
                 "Evaluate formula requests from standard input");
@@ -256,6 +272,7 @@ Options finish(Raw& raw) {
         options.keys.push_back(parse_key(key).value_or(0));
     options.flash.file = raw.image;
     options.scan.file = raw.bode;
+    options.table.file = raw.table;
     options.id = static_cast<std::uint8_t>(raw.id);
     options.data = raw.data;
     options.language = raw.language == "zh" ? base::Language::kChinese : base::Language::kEnglish;

@@ -25,6 +25,8 @@ enum class CommandName : std::uint8_t {
     kRecord,
     kFlash,
     kScan,
+    kTableRead,
+    kTableWrite,
     kFaults,
     kFormula,
 };
@@ -59,6 +61,11 @@ struct ScanOptions {
     int current = 0;  // excitation, in the drive's units
 };
 
+// The .pft file of `table read` and `table write`.
+struct TableOptions {
+    std::filesystem::path file;
+};
+
 struct Options {
     std::string port;  // device path, or the text of the port list; empty: the port used last
     bool sim = false;
@@ -78,6 +85,7 @@ struct Options {
     RecordOptions record;
     FlashOptions flash;
     ScanOptions scan;
+    TableOptions table;
 };
 
 // The program ends here: help that was asked for, or wrong use.

@@ -1,6 +1,7 @@
 #include "cli/run.h"
 
 #include "cli/command_scan.h"
+#include "cli/command_table.h"
 #include "cli/commands.h"
 
 namespace servo::cli {
@@ -33,6 +34,8 @@ ExitStatus run_on_link(const Options& options, const std::vector<Target>& target
         case CommandName::kRecord:
         case CommandName::kFlash:
         case CommandName::kScan:
+        case CommandName::kTableRead:
+        case CommandName::kTableWrite:
         case CommandName::kFormula:
             break;
     }
@@ -78,6 +81,14 @@ ExitStatus scan(const Options& options, Environment& environment, const Output& 
     });
 }
 
+ExitStatus table(const Options& options, Environment& environment, const Output& output) {
+    const ExitStatus wrong = check_table(options, output);
+    if (wrong != ExitStatus::kDone) return wrong;
+    return on_engine(options, environment, output, [&](link::Engine& engine, LinkSession& session) {
+        return run_table(options, engine, session, output);
+    });
+}
+
 // Everything that can be refused by the dictionary alone is refused before a line is touched.
 ExitStatus run_on_objects(const Options& options, const dictionary::Store& dictionary,
                           Environment& environment, const Output& output) {
@@ -104,6 +115,8 @@ ExitStatus run_command(const Options& options, Environment& environment, const O
         return run_on_link(options, {}, environment, output);
     if (options.command == CommandName::kFlash) return flash(options, environment, output);
     if (options.command == CommandName::kScan) return scan(options, environment, output);
+    if (options.command == CommandName::kTableRead || options.command == CommandName::kTableWrite)
+        return table(options, environment, output);
     dictionary::Store dictionary;
     if (!dictionary.open_dat(options.data)) return no_dictionary(options, output);
     if (options.command == CommandName::kDictFind)

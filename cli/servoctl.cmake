@@ -7,6 +7,7 @@ set(SERVO_CTL_PLAIN
     command_objects.cpp
     command_record.cpp
     command_scan.cpp
+    command_table.cpp
     command_write.cpp
     drive_texts.cpp
     engine_session.cpp

@@ -5,6 +5,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <array>
+#include <utility>
 
 #include "params/ui_palette.h"
 #include "tools/position_controls_view.h"
@@ -20,8 +21,9 @@ constexpr int kGap = 8;
 constexpr int kIndexWidth = 52;
 constexpr int kProgressWidth = 160;
 constexpr int kResultCharacters = 9;
-constexpr int kTablesShare = 3;
-constexpr int kPicturesShare = 2;
+constexpr int kTablesShare = 1;
+constexpr int kPicturesShare = 1;
+constexpr int kFirstHeight = 300;
 
 struct Hint {
     const char* name;
@@ -68,22 +70,22 @@ PosFlowWindow::~PosFlowWindow() {
     gather_.stop();
 }
 
-QPushButton* PosFlowWindow::make_command(const char* name, void (PosFlow::*click)()) {
+QPushButton* PosFlowWindow::make_command(const char* name, std::function<void()> click) {
     QPushButton* button = make_position_command(this, name, text_of(name));
-    connect(button, &QPushButton::clicked, this, [this, click] {
+    connect(button, &QPushButton::clicked, this, [this, click = std::move(click)] {
         form_.hide_editors();
-        (form_.*click)();
+        click();
         refresh_now();
     });
     return button;
 }
 
 QWidget* PosFlowWindow::make_commands() {
-    Command1_ = make_command("Command1", &PosFlow::Command1_Click);
-    Command2_ = make_command("Command2", &PosFlow::Command2_Click);
-    Command3_ = make_command("Command3", &PosFlow::Command3_Click);
-    Command4_ = make_command("Command4", &PosFlow::Command4_Click);
-    Command5_ = make_command("Command5", &PosFlow::Command5_Click);
+    Command1_ = make_command("Command1", [this] { form_.Command1_Click(); });
+    Command2_ = make_command("Command2", [this] { form_.Command2_Click(); });
+    Command3_ = make_command("Command3", [this] { form_.Command3_Click(); });
+    Command4_ = make_command("Command4", [this] { form_.Command4_Click(); });
+    Command5_ = make_command("Command5", [this] { form_.Command5_Click(); });
     undo_ = make_position_command(this, "CommandA", "撤销/Undo");
     connect(undo_, &QPushButton::clicked, this, [this] {
         form_.undo();
@@ -151,6 +153,7 @@ void PosFlowWindow::lay_out() {
     split->setStretchFactor(0, kTablesShare);
     split->setStretchFactor(1, kPicturesShare);
     split->setChildrenCollapsible(false);
+    split->setSizes({kFirstHeight, kFirstHeight});
     column->addWidget(split, 1);
     connect(pictures_, &PositionPicturesWidget::step_picked, this, [this](int step) {
         form_.hide_editors();

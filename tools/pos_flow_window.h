@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 
 #include "params/leave_watch_view.h"
 #include "tools/pos_flow.h"
@@ -43,7 +44,7 @@ class PosFlowWindow final : public QWidget, private PosFlowObserver {
     void labels_changed() override;
     void gather();
 
-    QPushButton* make_command(const char* name, void (PosFlow::*click)());
+    QPushButton* make_command(const char* name, std::function<void()> click);
     QWidget* make_commands();
     QWidget* make_results();
     void lay_out();

@@ -1,6 +1,5 @@
 #include "tools/position_grid_view.h"
 
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -124,11 +123,37 @@ void PositionDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->restore();
 }
 
+PositionHeader::PositionHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+    setSectionsClickable(false);
+    setHighlightSections(false);
+    setSectionResizeMode(QHeaderView::Fixed);
+    setMinimumSectionSize(0);
+}
+
+QSize PositionHeader::sizeHint() const {
+    return {QHeaderView::sizeHint().width(), params::grid_row_height(fontMetrics())};
+}
+
+void PositionHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
+    painter->save();
+    painter->fillRect(rect, QColor(params::palette::kHeader));
+    painter->setPen(QColor(params::palette::kFrame));
+    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+    QFont bold = font();
+    bold.setBold(true);
+    painter->setFont(bold);
+    painter->setPen(QColor(params::palette::kMutedText));
+    const int alignment = model()->index(0, section).data(Qt::TextAlignmentRole).toInt();
+    painter->drawText(rect.adjusted(kPadding, 0, -kPadding, -1), alignment | Qt::TextSingleLine,
+                      model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString());
+    painter->restore();
+}
+
 PositionTable::PositionTable(GridContent content, QStringList samples, const char* name,
                              QWidget* parent)
     : RowTable(parent), model_(std::move(content), this), samples_(std::move(samples)) {
     setObjectName(QLatin1String(name));
-    setHorizontalHeader(new params::GridHeader(this, {.number_column = -1, .padding = kPadding}));
+    setHorizontalHeader(new PositionHeader(this));
     if (!model_.content().header) horizontalHeader()->hide();
     setModel(&model_);
     setItemDelegate(new PositionDelegate(this));

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QHeaderView>
 #include <QString>
 #include <QStyledItemDelegate>
 #include <functional>
@@ -61,6 +62,18 @@ class PositionDelegate final : public QStyledItemDelegate {
     using QStyledItemDelegate::QStyledItemDelegate;
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
+};
+
+// The view's header; the title of a column stands as its cells do.
+class PositionHeader final : public QHeaderView {
+    Q_OBJECT
+
+  public:
+    explicit PositionHeader(QWidget* parent);
+    QSize sizeHint() const override;
+
+  protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override;
 };
 
 class PositionTable final : public params::RowTable {

@@ -27,7 +27,7 @@ MotionSizes sizes_for(const QFontMetrics& metrics) {
     sizes.top = line + 4;
     sizes.gap = line + 2;
     sizes.bottom = line + 6;
-    sizes.row = line + 4;
+    sizes.row = line + 2;
     sizes.tick = metrics.averageCharWidth() * kTimeCharacters;
     sizes.label = metrics.averageCharWidth() * 3;
     return sizes;
@@ -54,7 +54,7 @@ void PositionMotionWidget::show_motion(const Motion& motion, double resolution,
     motion_ = motion;
     resolution_ = resolution;
     language_ = language;
-    cursor_ = -1;
+    cursor_ = std::min(cursor_, motion_.duration);
     setAccessibleName(
         qt_of(base::Text{"位置和速度随时间的变化", "Position and speed over time"}.in(language)));
     setAccessibleDescription(qt_of(motion_end_text(motion_, language)));
@@ -86,8 +86,22 @@ void PositionMotionWidget::changeEvent(QEvent* event) {
 void PositionMotionWidget::read_at(double time) {
     cursor_ = picture_.position.empty() ? -1 : std::clamp(time, 0.0, motion_.duration);
     update();
-    Q_EMIT reading_changed(
-        cursor_ < 0 ? QString() : qt_of(motion_reading(motion_, cursor_, resolution_, language_)));
+    Q_EMIT reading_changed();
+}
+
+std::string PositionMotionWidget::reading() const {
+    return cursor_ < 0 ? std::string() : motion_reading(motion_, cursor_, resolution_, language_);
+}
+
+void PositionMotionWidget::stop_reading() {
+    cursor_ = -1;
+    update();
+    Q_EMIT reading_changed();
+}
+
+void PositionMotionWidget::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    if (!underMouse()) stop_reading();
 }
 
 void PositionMotionWidget::mouseMoveEvent(QMouseEvent* event) {
@@ -101,9 +115,7 @@ void PositionMotionWidget::mousePressEvent(QMouseEvent* event) {
 }
 
 void PositionMotionWidget::leaveEvent(QEvent*) {
-    cursor_ = -1;
-    update();
-    Q_EMIT reading_changed({});
+    stop_reading();
 }
 
 void PositionMotionWidget::keyPressEvent(QKeyEvent* event) {
@@ -200,9 +212,12 @@ void PositionMotionWidget::paint_plot(QPainter& painter, const PictureRect& plot
     painter.setPen(QPen(QColor::fromRgba(colour), 1.8));
     painter.drawPolyline(points);
     painter.restore();
+    // The name of the curve, on a ground of its own where the curve passes.
+    const int width = fontMetrics().horizontalAdvance(name) + 8;
+    const QRectF label(plot.right() - width - 2, plot.y + 2, width, line);
+    painter.fillRect(label, QColor::fromRgba(palette::kLabelGround));
     painter.setPen(QColor::fromRgba(colour));
-    painter.drawText(QRectF(plot.x + 6, plot.y + 2, plot.width - 12, line),
-                     Qt::AlignRight | Qt::AlignTop, name);
+    painter.drawText(label, Qt::AlignCenter, name);
 }
 
 }  // namespace servo::tools

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
 
 #include "tools/pos_flow.h"
 #include "tools/position_table_motion_picture.h"
@@ -17,12 +18,14 @@ class PositionMotionWidget final : public QWidget {
 
     void show_motion(const Motion& motion, double resolution, base::Language language);
     void show_step(int selected);
+    // The moment that is read out, in words; empty when none is.
+    std::string reading() const;
 
     QSize minimumSizeHint() const override { return {260, 110}; }
 
   Q_SIGNALS:
     void step_picked(int step);
-    void reading_changed(const QString& text);  // empty when the mouse has left
+    void reading_changed();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -31,11 +34,13 @@ class PositionMotionWidget final : public QWidget {
     void mousePressEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
     void arrange();
     void read_at(double time);
+    void stop_reading();
     void paint_bands(QPainter& painter) const;
     void paint_axes(QPainter& painter) const;
     void paint_plot(QPainter& painter, const PictureRect& plot,

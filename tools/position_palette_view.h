@@ -20,5 +20,6 @@ inline constexpr std::uint32_t kSpeed = 0xffb84a00;
 inline constexpr std::uint32_t kBand = 0xfff1f5f9;  // every other step
 inline constexpr std::uint32_t kSelectedBand = 0xffdce9f5;
 inline constexpr std::uint32_t kTick = 0xffe3e8ec;
+inline constexpr std::uint32_t kLabelGround = 0xd9ffffff;
 
 }  // namespace servo::tools::position_palette

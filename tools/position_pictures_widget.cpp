@@ -78,10 +78,8 @@ QWidget* PositionPicturesWidget::make_motion() {
     column->addWidget(motion_, 1);
     column->addWidget(motion_label_);
     // The line below tells the moment under the mouse, and the whole otherwise.
-    connect(motion_, &PositionMotionWidget::reading_changed, this, [this](const QString& text) {
-        show_position_text(motion_label_,
-                           text.isEmpty() ? motion_note(form_, picture_.motion) : utf8_of(text));
-    });
+    connect(motion_, &PositionMotionWidget::reading_changed, this,
+            &PositionPicturesWidget::show_motion_note);
     return page;
 }
 
@@ -112,11 +110,17 @@ QWidget* PositionPicturesWidget::make_findings() {
     return side;
 }
 
+void PositionPicturesWidget::show_motion_note() {
+    const std::string reading = motion_->reading();
+    show_position_text(motion_label_,
+                       reading.empty() ? motion_note(form_, picture_.motion) : reading);
+}
+
 void PositionPicturesWidget::refresh() {
     picture_ = form_.picture();
     flow_->show_flow(picture_, form_.language());
     motion_->show_motion(picture_.motion, form_.resolution(), form_.language());
-    show_position_text(motion_label_, motion_note(form_, picture_.motion));
+    show_motion_note();
     show_findings();
     {
         const QSignalBlocker quiet(start_);

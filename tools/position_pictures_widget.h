@@ -34,6 +34,7 @@ class PositionPicturesWidget final : public QSplitter {
     QWidget* make_motion();
     QWidget* make_findings();
     void show_findings();
+    void show_motion_note();
 
     PosFlow& form_;
     PosFlow::Picture picture_;

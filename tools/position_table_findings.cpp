@@ -80,8 +80,13 @@ class Finder {
                     {"转到第 {0} 段，该段为空。", "goes on to step {0}, which is empty."}, next);
                 break;
             case FlowLink::kToItself:
-                add(kWarning, index,
-                    {"转到自身：无休止地重复。", "goes on to itself: it repeats without end."});
+                if (step.start() == StepStart::kInterrupt && step.has_condition())
+                    add(kFault, index,
+                        {"中断自身：条件满足期间不断重新开始。",
+                         "interrupts itself: it begins anew as long as its condition holds."});
+                else
+                    add(kWarning, index,
+                        {"转到自身：无休止地重复。", "goes on to itself: it repeats without end."});
                 break;
             case FlowLink::kGoesOn:
                 break;
@@ -121,13 +126,11 @@ class Finder {
                  "bits 5 to 7 are set; what they do is not known here."});
     }
 
-    // A step that has somewhere to go needs a speed and ramps.
+    // A step needs a speed and ramps, also where there is no way to go.
     void look_at_motion(int index) {
         const PositionStep& step = program_.step(index);
-        if (step.mode() == StepMode::kUndefined) return;
-        if (step.mode() != StepMode::kAbsolute && step.target == 0) return;
         if (step.speed == 0)
-            add(kFault, index, {"速度为 0：永远到不了目标。", "speed 0: it never arrives."});
+            add(kFault, index, {"速度为 0：该段不能执行。", "speed 0: the step cannot run."});
         if (step.speed < 0)
             add(kWarning, index,
                 {"速度为负；方向由目标决定。",

@@ -60,7 +60,7 @@ class Simulation {
         for (int run = 0; run < runs; ++run) {
             if (motion_.visits.size() >= kMostVisits) return stop(MotionEnd::kLimit, index);
             if (step.mode() == StepMode::kUndefined) return stop(MotionEnd::kUndefined, index);
-            if (!visit(index)) return stop(MotionEnd::kNeverThere, index);
+            if (!visit(index)) return stop(MotionEnd::kCannotRun, index);
         }
         return step.goes_on() || stop(MotionEnd::kStops, index);
     }
@@ -80,7 +80,6 @@ class Simulation {
 
     bool move(const PositionStep& step, double target) {
         const double distance = std::fabs(target - position_);
-        if (distance == 0) return true;
         const PositionRamp* up = program_.ramp(step.acceleration);
         const PositionRamp* down = program_.ramp(step.deceleration);
         if (up == nullptr || down == nullptr) return false;
@@ -88,6 +87,7 @@ class Simulation {
         const double rise = up->acceleration * resolution_;
         const double fall = down->deceleration * resolution_;
         if (!(top > 0) || !(rise > 0) || !(fall > 0)) return false;
+        if (distance == 0) return true;
         // Short distances never see the top speed.
         const double peak = std::min(top, std::sqrt(2 * distance * rise * fall / (rise + fall)));
         const double ramps = peak * peak / 2 * (1 / rise + 1 / fall);
@@ -167,9 +167,9 @@ std::string motion_end_text(const Motion& motion, base::Language language) {
                         "Shown up to step {}: 300 runs of steps are the limit."});
         case MotionEnd::kEmptyStep:
             return say({"到达第 {} 段，该段为空。", "Comes to step {}, which is empty."});
-        case MotionEnd::kNeverThere:
-            return say({"第 {} 段没有速度、加速度或减速度，永远到不了。",
-                        "Step {} has no speed, acceleration or deceleration: it never arrives."});
+        case MotionEnd::kCannotRun:
+            return say({"第 {} 段没有速度、加速度或减速度，不能执行。",
+                        "Step {} has no speed, acceleration or deceleration: it cannot run."});
         case MotionEnd::kUndefined:
             return say({"第 {} 段的模式未定义。", "The mode of step {} is not defined."});
     }

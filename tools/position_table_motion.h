@@ -37,12 +37,12 @@ struct MotionVisit {
 };
 
 enum class MotionEnd : std::uint8_t {
-    kStops,       // a step does not go on
-    kRepeats,     // a loop: shown for some rounds
-    kLimit,       // kMostVisits
-    kEmptyStep,   // a step that is empty
-    kNeverThere,  // a distance without speed, acceleration or deceleration
-    kUndefined,   // a mode that does not exist
+    kStops,      // a step does not go on
+    kRepeats,    // a loop: shown for some rounds
+    kLimit,      // kMostVisits
+    kEmptyStep,  // a step that is empty
+    kCannotRun,  // no speed, no acceleration or no deceleration
+    kUndefined,  // a mode that does not exist
 };
 
 struct Motion {

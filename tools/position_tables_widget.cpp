@@ -14,7 +14,7 @@ namespace servo::tools {
 namespace {
 
 constexpr int kGap = 8;
-constexpr int kLeastSteps = 6;  // rows that are always seen, the heading counted
+constexpr int kLeastSteps = 5;  // rows that are always seen, the heading counted
 
 PositionTable* make_steps(PosFlow& form, QWidget* parent) {
     const auto look = [](int, int column) {
@@ -94,6 +94,7 @@ PositionTablesWidget::PositionTablesWidget(PosFlow& form, QWidget* parent)
     MSHFlexGrid2_->set_least_rows(kLeastSteps);
     MSHFlexGrid1_->set_least_rows(kLeastSteps);
     MSHFlexGrid1_->setSelectionMode(QAbstractItemView::SingleSelection);
+    MSHFlexGrid1_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     lay_out();
     connect_tables();
     make_menu();
@@ -106,8 +107,7 @@ void PositionTablesWidget::lay_out() {
     grid->addWidget(MSHFlexGrid2_, 0, 0);
     grid->addWidget(MSHFlexGrid1_, 0, 1);
     grid->addWidget(MSHFlexGrid3_, 1, 0, 1, 2);
-    grid->setColumnStretch(0, 3);
-    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(0, 1);
     grid->setRowStretch(0, 1);
 }
 

@@ -66,7 +66,10 @@ TEST(PosFlowSimulated, AWriteAndAReadGiveTheSameTable) {
 }
 
 TEST(PosFlowSimulated, OnALineWithFaultsToo) {
-    SimulatedForm bench({.drop = 0.05, .corrupt = 0.05});
+    sim::LineFaults faults;
+    faults.drop = 0.05;
+    faults.corrupt = 0.05;
+    SimulatedForm bench(faults);
     write_and_read(bench);
 }
 

@@ -103,20 +103,26 @@ TEST_F(FindingsTest, BitsWithoutAMeaning) {
     EXPECT_TRUE(told("Step 0: bits 5 to 7 are set; what they do is not known here."));
 }
 
-TEST_F(FindingsTest, MotionThatNeverArrives) {
+TEST_F(FindingsTest, StepsThatCannotRun) {
     put_step(grids, 0, {.next = 1, .speed = "0"});
     put_step(grids, 1, {.next = 2, .ramp = 3});
     put_step(grids, 2, {.ramp = 9});
-    EXPECT_TRUE(told("Step 0: speed 0: it never arrives."));
+    EXPECT_TRUE(told("Step 0: speed 0: the step cannot run."));
     EXPECT_TRUE(told("Step 1: acceleration 3 is not above 0."));
     EXPECT_TRUE(told("Step 1: deceleration 3 is not above 0."));
     EXPECT_TRUE(told("Step 2: Acc idx 9 does not exist."));
 }
 
-TEST_F(FindingsTest, ARelativeStepOf0NeedsNoSpeed) {
+TEST_F(FindingsTest, AStepWithoutAWayNeedsASpeedToo) {
     put_step(grids, 0,
              {.target = 0, .mode = StepMode::kRelativeToDemand, .speed = "0", .delay = 5});
-    EXPECT_EQ(texts(), std::vector<std::string>{"Step 0: the table stops here."});
+    EXPECT_TRUE(told("Step 0: speed 0: the step cannot run."));
+}
+
+TEST_F(FindingsTest, AStepThatInterruptsItself) {
+    put_step(grids, 0, {.next = 0, .start = 2, .condition0 = true});
+    EXPECT_TRUE(told("Step 0: interrupts itself: it begins anew as long as its condition holds."));
+    EXPECT_EQ(found().front().severity, Severity::kFault);
 }
 
 TEST_F(FindingsTest, TextsThatAreNoNumbers) {

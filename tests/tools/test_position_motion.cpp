@@ -107,15 +107,15 @@ TEST_F(MotionTest, AnEmptyStepEndsIt) {
     EXPECT_EQ(this->motion(20).end, MotionEnd::kEmptyStep);
 }
 
-TEST_F(MotionTest, WithoutSpeedOrRampItNeverArrives) {
+TEST_F(MotionTest, WithoutSpeedOrRampAStepCannotRun) {
     put_step(grids, 0, {.speed = "0"});
-    EXPECT_EQ(motion().end, MotionEnd::kNeverThere);
+    EXPECT_EQ(motion().end, MotionEnd::kCannotRun);
     put_step(grids, 0, {.ramp = 1});
-    EXPECT_EQ(motion().end, MotionEnd::kNeverThere);
+    EXPECT_EQ(motion().end, MotionEnd::kCannotRun);
     put_step(grids, 0, {.ramp = 8});
-    EXPECT_EQ(motion().end, MotionEnd::kNeverThere);
+    EXPECT_EQ(motion().end, MotionEnd::kCannotRun);
     put_step(grids, 0, {.speed = "0.0000000001"});
-    EXPECT_EQ(motion().end, MotionEnd::kNeverThere);
+    EXPECT_EQ(motion().end, MotionEnd::kCannotRun);
     put_step(grids, 0, {.mode = StepMode::kUndefined});
     EXPECT_EQ(motion().end, MotionEnd::kUndefined);
 }
@@ -131,7 +131,7 @@ TEST_F(MotionTest, EveryEndHasWordsInBothLanguages) {
     Motion motion;
     for (const MotionEnd end :
          {MotionEnd::kStops, MotionEnd::kRepeats, MotionEnd::kLimit, MotionEnd::kEmptyStep,
-          MotionEnd::kNeverThere, MotionEnd::kUndefined}) {
+          MotionEnd::kCannotRun, MotionEnd::kUndefined}) {
         motion.end = end;
         motion.end_step = 17;
         for (const auto language : {base::Language::kChinese, base::Language::kEnglish})
