@@ -110,7 +110,7 @@ void DigitalIOChooserWidget::lay_out() {
     head->addWidget(title_);
     QLabel* hint = io_label(
         this, side_ == IoSide::kInput ? QStringLiteral("LabelE") : QStringLiteral("LabelF"),
-        "同一组（号码相同）的功能可同时选择/functions of one group (number)");
+        "只能选择同一组（号码相同）的功能/one group only (the same number)");
     io_quiet(hint, true);
     head->addWidget(hint, 1);
     head->addWidget(close_);

@@ -12,6 +12,12 @@
 
 namespace servo::tools {
 
+namespace {
+
+constexpr int kNamesRoom = 110;  // pixels, so that two functions of a pin can be read
+
+}  // namespace
+
 DigitalIOWindow::DigitalIOWindow(DigitalIO& form, const dictionary::Variant& Tavro_Nevra_Other_mode,
                                  QWidget* parent)
     : QWidget(parent), form_(form), variant_(Tavro_Nevra_Other_mode) {
@@ -98,6 +104,12 @@ void DigitalIOWindow::place_parts() {
         parts_->setRowStretch(row, row == places.growing_row ? 1 : 0);
     parts_->setColumnStretch(0, 1);
     parts_->setColumnStretch(1, places.outputs.column == 1 ? 1 : 0);
+}
+
+// Side by side the frames take all the width that a small screen has.
+QSize DigitalIOWindow::sizeHint() const {
+    const bool beside = placed_ == dictionary::Variant::kReduced;
+    return QWidget::sizeHint() + QSize(beside ? 0 : kNamesRoom, 0);
 }
 
 void DigitalIOWindow::controls_changed() {

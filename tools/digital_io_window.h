@@ -34,6 +34,7 @@ class DigitalIOWindow final : public QWidget, private DigitalIOObserver {
 
     // Shows what has been gathered.
     void refresh_now();
+    QSize sizeHint() const override;
 
   protected:
     void changeEvent(QEvent* event) override;
