@@ -83,7 +83,7 @@ void describe(CLI::App& app, CommandLine& line) {
         ->type_name("KEY=VALUE");
     app.add_option("--axis", line.axis,
                    "The axis has switches and ends, in turns: \"default\" or, each part at will, "
-                   "neg=-20,pos=20,home=3:5,stop=22")
+                   "neg=-20.3,pos=20.3,home=3.4:5.6,stop=22.4")
         ->type_name("SPEC");
     app.add_option("--din", line.pins, "Levels at the digital inputs, input 8 first")
         ->type_name("LEVELS");

@@ -7,7 +7,8 @@ namespace servo::sim {
 
 namespace {
 
-constexpr RailSetup kDefault{-20.0, 20.0, 3.0, 5.0, -22.0, 22.0};
+// No edge stands near an index pulse, which is at whole turns.
+constexpr RailSetup kDefault{-20.3, 20.3, 3.4, 5.6, -22.4, 22.4};
 
 struct Pair {
     double first = 0.0;

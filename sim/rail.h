@@ -24,9 +24,9 @@ struct RailSetup {
     bool operator==(const RailSetup&) const = default;
 };
 
-// Reads "neg=-20,pos=20,home=3:5,stop=22", each part at will, or "default", which is that. A single
-// number behind "stop" holds for both sides, two are the lower and the upper one. Nothing for
-// anything else, also for places that do not lie in their order.
+// Reads "neg=-20.3,pos=20.3,home=3.4:5.6,stop=22.4", each part at will, or "default", which is
+// that. A single number behind "stop" holds for both sides, two are the lower and the upper one.
+// Nothing for anything else, also for places that do not lie in their order.
 std::optional<RailSetup> parse_rail(std::string_view text);
 
 // Works the switches of an axis.

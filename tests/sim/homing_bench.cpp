@@ -1,6 +1,6 @@
 #include "sim/homing_bench.h"
 
-#include <cmath>
+#include <utility>
 
 namespace servo::sim::test::homing {
 
@@ -54,6 +54,8 @@ RailSetup axis_with_home(std::optional<double> from, std::optional<double> to, d
 
 HomingBench::HomingBench(const std::optional<RailSetup>& rail)
     : DriveBench(on_axis(rail), homing_entries()) {}
+
+HomingBench::HomingBench(Options options) : DriveBench(std::move(options), homing_entries()) {}
 
 double HomingBench::place() {
     return static_cast<double>(value(0x212005)) + static_cast<double>(value(0x212004)) / kTurn;

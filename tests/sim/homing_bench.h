@@ -34,6 +34,7 @@ struct Outcome {
 class HomingBench : public DriveBench {
   public:
     explicit HomingBench(const std::optional<RailSetup>& rail);
+    explicit HomingBench(Options options);
 
     // Enables the drive in the homing mode and starts the run.
     void begin(int method);

@@ -178,7 +178,7 @@ TEST(HomingIndex, TheBlindRangeSkipsAPulseThatIsTooNear) {
 }
 
 TEST(HomingLimit, TheTimeOutEndsTheSearch) {
-    HomingBench bench({});  // turns for ever
+    HomingBench bench(std::nullopt);  // turns for ever
     bench.set(0x215005, 3);
     bench.begin(24);
     bench.run(milliseconds(2900));
@@ -188,7 +188,7 @@ TEST(HomingLimit, TheTimeOutEndsTheSearch) {
 }
 
 TEST(HomingLimit, TheTravelEndsTheSearch) {
-    HomingBench bench({});
+    HomingBench bench(std::nullopt);
     bench.set(0x21500C, static_cast<std::int64_t>(5 * kTurn));
     bench.begin(17);
     expect_lost(bench, "travel");
@@ -463,7 +463,7 @@ TEST(HomingSwitch, TheSameRunTwiceGivesTheSameCount) {
 }
 
 TEST(Rail, WithoutOneTheAxisTurnsForEver) {
-    HomingBench bench({});
+    HomingBench bench(std::nullopt);
     bench.set(0x60FF00, std::llround(3000 * kRpm));
     bench.enable(3);
     bench.run(seconds(2));
@@ -502,7 +502,7 @@ TEST(Rail, ItsTextIsRead) {
     EXPECT_EQ(rail->home_to, 5.0);
     EXPECT_EQ(rail->lowest, -22.0);
     EXPECT_EQ(rail->highest, 22.0);
-    EXPECT_EQ(parse_rail("default"), parse_rail("neg=-20,pos=20,home=3:5,stop=22"));
+    EXPECT_EQ(parse_rail("default"), parse_rail("neg=-20.3,pos=20.3,home=3.4:5.6,stop=22.4"));
     const auto some = parse_rail("stop=-3:8.25");
     ASSERT_TRUE(some);
     EXPECT_EQ(some->lowest, -3.0);
