@@ -164,7 +164,7 @@ TEST(Homing, Method34NextIndexInPositiveDirection) {
 }
 
 TEST(Homing, IndexMethodsNeedNoAxis) {
-    HomingBench bench({});
+    HomingBench bench(std::nullopt);
     EXPECT_NEAR(bench.home(34).home, 1.0, kClose);
 }
 
