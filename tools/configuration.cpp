@@ -53,28 +53,34 @@ void ImExport::Command8_Click() {
     if (chosen) load_template(*chosen);
 }
 
+// The grid is emptied before the file is opened, so a file that cannot be opened leaves no file
+// chosen either: what would be written then is not what the label names.
 bool ImExport::load_source(const std::filesystem::path& file) {
     if (locked_ || running()) return false;
-    const auto bytes = base::read_file(file);
-    if (!bytes) return false;
     data_.ProgressBar1 = 0;
-    data_.source = read_cdi(*bytes, services_.dictionary);
-    data_.write_result = shown_path(file);
-    source_file_ = file;
+    data_.write_count = {};
+    data_.source.clear();
+    const auto bytes = base::read_file(file);
+    unreadable_[index_of(ConfigurationSide::kWrite)] = !bytes;
+    source_file_ = bytes ? file : std::filesystem::path();
+    data_.write_result = bytes ? shown_path(file) : std::string(kNoPath);
+    if (bytes) data_.source = read_cdi(*bytes, services_.dictionary);
     tell();
-    return true;
+    return bytes.has_value();
 }
 
 bool ImExport::load_template(const std::filesystem::path& file) {
     if (locked_ || running()) return false;
-    const auto bytes = base::read_file(file);
-    if (!bytes) return false;
     data_.ProgressBar2 = 0;
-    data_.driver = read_cdo(*bytes, services_.dictionary);
-    data_.read_result = shown_path(file);
-    template_file_ = file;
+    data_.read_count = {};
+    data_.driver.clear();
+    const auto bytes = base::read_file(file);
+    unreadable_[index_of(ConfigurationSide::kRead)] = !bytes;
+    template_file_ = bytes ? file : std::filesystem::path();
+    data_.read_result = bytes ? shown_path(file) : std::string(kNoPath);
+    if (bytes) data_.driver = read_cdo(*bytes, services_.dictionary);
     tell();
-    return true;
+    return bytes.has_value();
 }
 
 void ImExport::Command6_Click() {
@@ -110,6 +116,11 @@ void ImExport::row_done(std::size_t row) {
     if (row_changed) row_changed(row);
 }
 
+void ImExport::job_ended() {
+    if (survey_) end_survey();
+    tell();
+}
+
 // --- Commands
 
 void ImExport::Command3_Click() {
@@ -128,7 +139,7 @@ void ImExport::Command4_Click() {
 }
 
 void ImExport::Timer1_Timer() {
-    if (services_.engine.state.batch_mode != 0) return;
+    if (!locked_ || services_.engine.state.batch_mode != 0) return;
     locked_ = false;
     tell();
 }

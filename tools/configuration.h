@@ -2,6 +2,7 @@
 // or from the drive into a file.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -14,6 +15,7 @@
 #include "link/engine.h"
 #include "link/window.h"
 #include "tools/configuration_job.h"
+#include "tools/configuration_report.h"
 
 namespace servo::tools {
 
@@ -21,7 +23,7 @@ namespace servo::tools {
 struct ConfigurationFile {
     bool save = false;
     std::string_view kind;             // "cdi"
-    std::string_view suffix;           // "cdi" or "cdo"
+    std::string_view suffix;           // "cdi", "cdo" or "txt"
     std::filesystem::path suggestion;  // where the dialog opens; may be empty
 };
 inline constexpr std::string_view kTemplateName = "Servo_Settings.cdo";
@@ -37,6 +39,8 @@ struct ConfigurationServices {
     // The path that the user chose; nothing when he cancelled.
     std::function<std::optional<std::filesystem::path>(const ConfigurationFile&)> ask_file;
 };
+
+enum class ConfigurationSide : std::uint8_t { kWrite, kRead };
 
 class ImExport final : public link::Window, private ConfigurationObserver {
   public:
@@ -65,21 +69,51 @@ class ImExport final : public link::Window, private ConfigurationObserver {
     // The buttons are disabled, and Timer1 runs.
     bool locked() const { return locked_; }
     bool running() const { return job_.active(); }
+    const ConfigurationTransfer& job() const { return job_; }
 
     // The load actions with the file already chosen: dropped on the window, named on the command
-    // line. False when it cannot be opened; nothing changes then.
+    // line. False when it cannot be opened: the grid is then empty and nothing is chosen. While a
+    // job runs nothing happens.
     bool load_source(const std::filesystem::path& file);
     bool load_template(const std::filesystem::path& file);
     const std::filesystem::path& source_file() const { return source_file_; }
     const std::filesystem::path& template_file() const { return template_file_; }
+
+    // --- Additions. None of them writes to the drive.
+    bool link_open() const;
+    // The last file of a side could not be opened.
+    bool unreadable(ConfigurationSide side) const { return unreadable_[index_of(side)]; }
+    // Ends the job or the reading that runs.
+    void stop();
+    // Reads the drive, then tells what a write of the file would change.
+    void dry_run();
+    // Reads the drive, then compares it with the file of the write tab.
+    void compare_with_drive();
+    // Compares the file of the write tab, or what the read tab has read, with a file to be chosen.
+    void compare_with_file(ConfigurationSide side);
+    // The rows of the last job without success.
+    void show_failures(ConfigurationSide side);
+    // What the last of these four gave; nothing before, and after close_report.
+    const std::optional<ConfigurationFinding>& finding() const { return finding_; }
+    ConfigurationReport report() const;
+    void close_report();
+    // Asks for a file and keeps the report there. A file that cannot be written is told.
+    void save_report();
 
     // Called after any change of texts, lock or grids; a changed row, from 0, of the grid in work.
     std::function<void()> changed;
     std::function<void(std::size_t row)> row_changed;
 
   private:
+    enum class Survey : std::uint8_t { kDryRun, kComparison };
+
+    static std::size_t index_of(ConfigurationSide side) {
+        return side == ConfigurationSide::kWrite ? 0 : 1;
+    }
     void row_done(std::size_t row) override;
-    void job_ended() override { tell(); }
+    void job_ended() override;
+    void begin_survey(Survey survey);
+    void end_survey();
     void lock() { locked_ = true; }
     void say(base::Text text);
     void tell() const {
@@ -92,6 +126,9 @@ class ImExport final : public link::Window, private ConfigurationObserver {
     std::filesystem::path source_file_;
     std::filesystem::path template_file_;
     bool locked_ = false;
+    bool unreadable_[2] = {false, false};
+    std::optional<Survey> survey_;
+    std::optional<ConfigurationFinding> finding_;
 };
 
 }  // namespace servo::tools

@@ -87,7 +87,7 @@ bool operands_known(std::string_view expression, const link::FormulaOperands& op
 
 // How an object is shown.
 struct Look {
-    int decoder = 0;      // of the dictionary's type; 0 where it does not fit the row's length
+    int decoder = 0;  // of the dictionary's type; 0 where it does not fit the row's length
     std::string unit{kRawUnit};
     std::string formula;  // the object's list
 };
@@ -243,9 +243,9 @@ std::string compared_text(const ComparedValue& value, const ComparedRow& row,
 std::string comparison_text(const Comparison& comparison, base::Language language) {
     std::string text;
     for (const ComparedRow& row : comparison.rows)
-        text += fmt::format("{}\t{}\t{}\t{}\t{}\n", row.Index, row.name_ch, row.name_en,
-                            compared_text(row.A, row, language),
-                            compared_text(row.B, row, language));
+        text +=
+            fmt::format("{}\t{}\t{}\t{}\t{}\n", row.Index, row.name_ch, row.name_en,
+                        compared_text(row.A, row, language), compared_text(row.B, row, language));
     return text;
 }
 

@@ -163,7 +163,8 @@ bool ConfigurationTransfer::send_row(std::size_t row) {
 link::Received ConfigurationTransfer::receive_frame(link::Engine&, const link::Payload& payload) {
     const std::size_t row = row_in_work();
     // Before the first request a frame is a late answer to somebody else.
-    if (row >= rows() || times_sent_ == 0 || is_request(payload[0])) return link::Received::kIgnored;
+    if (row >= rows() || times_sent_ == 0 || is_request(payload[0]))
+        return link::Received::kIgnored;
     const auto key = row_key(Index(row));
     if (!key || dictionary::identity_of(*key) != link::reply_key(payload))
         return link::Received::kIgnored;

@@ -1,0 +1,279 @@
+#include "tools/configuration_tab_widget.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "tools/configuration_controls_view.h"
+#include "tools/configuration_grid_view.h"
+#include "tools/configuration_notes.h"
+#include "tools/digital_io_controls_view.h"
+
+namespace servo::tools {
+
+namespace {
+
+constexpr int kGap = 8;
+constexpr int kCommandWidth = 188;
+constexpr std::string_view kWriteCaption = "写入数据/Write to Controller";
+constexpr std::string_view kReadCaption = "读出数据/Read from Controller";
+constexpr std::array kSourceHeadings{"N",      "Index", "Source Value", "Check Value",
+                                     "Result", "Name",  "Name"};
+constexpr std::array kDriverHeadings{"N", "Index", "Driver Value", "Result", "Name", "Name"};
+
+QString source_cell(const SourceRow& row, int at, int column) {
+    switch (column) {
+        case 0:
+            return QString::number(at);
+        case 1:
+            return io_qt(row.Index);
+        case 2:
+            return io_qt(row.Source_Value);
+        case 3:
+            return io_qt(row.Check_Value);
+        case 4:
+            return io_qt(row.Result);
+        case 5:
+            return io_qt(row.name_ch);
+        default:
+            return io_qt(row.name_en);
+    }
+}
+
+QString driver_cell(const DriverRow& row, int at, int column) {
+    switch (column) {
+        case 0:
+            return QString::number(at);
+        case 1:
+            return io_qt(row.Index);
+        case 2:
+            return io_qt(row.Driver_Value);
+        case 3:
+            return io_qt(row.Result);
+        case 4:
+            return io_qt(row.name_ch);
+        default:
+            return io_qt(row.name_en);
+    }
+}
+
+ConfigurationCells source_cells(const ImExport& form) {
+    return {
+        .rows = [&form] { return static_cast<int>(form.data().source.size()); },
+        .text =
+            [&form](int row, int column) {
+                return source_cell(form.data().source[static_cast<std::size_t>(row)], row, column);
+            },
+        .heading =
+            [](int column) {
+                return QLatin1String(kSourceHeadings.at(static_cast<std::size_t>(column)));
+            },
+        .red = [&form](int row) { return form.data().source[static_cast<std::size_t>(row)].red; },
+        .warns = {},
+        .columns = static_cast<int>(kSourceHeadings.size())};
+}
+
+ConfigurationCells driver_cells(const ImExport& form) {
+    return {.rows = [&form] { return static_cast<int>(form.data().driver.size()); },
+            .text =
+                [&form](int row, int column) {
+                    return driver_cell(form.data().driver[static_cast<std::size_t>(row)], row,
+                                       column);
+                },
+            .heading =
+                [](int column) {
+                    return QLatin1String(kDriverHeadings.at(static_cast<std::size_t>(column)));
+                },
+            .red = {},
+            .warns = {},
+            .columns = static_cast<int>(kDriverHeadings.size())};
+}
+
+// A value of 32 bits with its sign, and the widest word of a result.
+const QString kValue = QStringLiteral("-2147483648");
+
+}  // namespace
+
+ConfigurationTabWidget::ConfigurationTabWidget(ImExport& form, ConfigurationSide side,
+                                               QWidget* parent)
+    : QWidget(parent), form_(form), side_(side) {
+    const bool write = side == ConfigurationSide::kWrite;
+    path_ = new PathLabel(write ? "Label2" : "Label8", this);
+    if (write)
+        make_write_commands();
+    else
+        make_read_commands();
+    make_grid();
+    note_ = configuration_label(this, write ? "LabelA" : "LabelB");
+    bar_ = configuration_bar(this, write ? "ProgressBar1" : "ProgressBar2");
+    lay_out();
+}
+
+QPushButton* ConfigurationTabWidget::command(const char* name, std::string_view pair,
+                                             std::string_view tip, void (ImExport::*click)()) {
+    QPushButton* button = configuration_command(this, name, pair, tip);
+    connect(button, &QPushButton::clicked, this, [this, click] { (form_.*click)(); });
+    return button;
+}
+
+QPushButton* ConfigurationTabWidget::side_command(const char* name, std::string_view pair,
+                                                  std::string_view tip,
+                                                  void (ImExport::*click)(ConfigurationSide)) {
+    QPushButton* button = configuration_command(this, name, pair, tip);
+    connect(button, &QPushButton::clicked, this, [this, click] { (form_.*click)(side_); });
+    return button;
+}
+
+void ConfigurationTabWidget::make_write_commands() {
+    choose_ = command("Command1", "选择cdi文件/Choose cdi File", {}, &ImExport::Command1_Click);
+    QPushButton* dry = command(
+        "CommandB", "试运行/Dry Run",
+        "读驱动器，列出写入将改变的内容和有疑问的行；不写入/Reads the drive and tells what a write "
+        "would change, and which rows are doubtful. Nothing is written",
+        &ImExport::dry_run);
+    QPushButton* drive = command(
+        "CommandC", "与驱动器比较/Compare with Drive",
+        "读驱动器，列出与文件不同的对象/Reads the drive and lists what differs from the file",
+        &ImExport::compare_with_drive);
+    QPushButton* file = side_command("CommandD", "与文件比较.../Compare with File...",
+                                     "列出两个文件不同的对象/Lists what differs between two files",
+                                     &ImExport::compare_with_file);
+    start_ = command("Command2", "-", {}, &ImExport::Command2_Click);
+    stop_ = command("CommandA", "停止/Stop",
+                    "结束正在进行的读写；已写入的行保留/Ends what runs; rows that are written stay "
+                    "written",
+                    &ImExport::stop);
+    failed_ = side_command("CommandE", "失败的行/Failed Rows",
+                           "列出未成功的行和驱动器的原因/Lists the rows without success, with the "
+                           "drive's reason",
+                           &ImExport::show_failures);
+    QPushButton* store = command("Command3", "存储数据到EEPROM/Store Data to EEPROM",
+                                 "使已写入的数值断电后保留/Keeps what is written over a power-off",
+                                 &ImExport::Command3_Click);
+    QPushButton* restart = command("Command4", "重启/Reboot",
+                                   "重新启动驱动器；请先停止电机/Restarts the drive; stop the "
+                                   "motor first",
+                                   &ImExport::Command4_Click);
+    told_ = {choose_, start_, store, restart};
+    additions_ = {dry, drive, file};
+    groups_ = {choose_, dry, start_, store};
+}
+
+void ConfigurationTabWidget::make_read_commands() {
+    choose_ = command("Command8", "选择cdo模板/Choose cdo Template", {}, &ImExport::Command8_Click);
+    start_ = command("Command7", "-", {}, &ImExport::Command7_Click);
+    stop_ = command("CommandF", "停止/Stop", "结束正在进行的读取/Ends the reading that runs",
+                    &ImExport::stop);
+    failed_ = side_command("CommandH", "失败的行/Failed Rows",
+                           "列出未读出的行和驱动器的原因/Lists the rows without success, with the "
+                           "drive's reason",
+                           &ImExport::show_failures);
+    QPushButton* save =
+        command("Command6", "导出为cdi文件/Export as cdi File", {}, &ImExport::Command6_Click);
+    QPushButton* file =
+        side_command("CommandG", "与文件比较.../Compare with File...",
+                     "列出读出的数值与文件的不同/Lists what differs between what was read and a "
+                     "file",
+                     &ImExport::compare_with_file);
+    told_ = {choose_, start_, save};
+    additions_ = {file};
+    groups_ = {choose_, start_, save};
+}
+
+void ConfigurationTabWidget::make_grid() {
+    const ConfigurationColumn number{.sample = QStringLiteral("88888"), .share = 0};
+    const ConfigurationColumn index{.sample = QStringLiteral("DDDDDDDD"), .share = 0};
+    const ConfigurationColumn value{.sample = kValue, .share = 0};
+    const ConfigurationColumn result{.sample = QStringLiteral("Invalid"), .share = 0};
+    const ConfigurationColumn name{.sample = {}, .share = 1};
+    grid_ = side_ == ConfigurationSide::kWrite
+                ? new ConfigurationTable(source_cells(form_),
+                                         {number, index, value, value, result, name, name},
+                                         "MSHFlexGridA", this)
+                : new ConfigurationTable(driver_cells(form_),
+                                         {number, index, value, result, name, name}, "MSHFlexGridB",
+                                         this);
+}
+
+// The commands stand beside the grid in the order in which they are used.
+void ConfigurationTabWidget::lay_out() {
+    auto* status = new QHBoxLayout;
+    status->setSpacing(kGap);
+    status->addWidget(bar_);
+    status->addWidget(note_, 1);
+    auto* left = new QVBoxLayout;
+    left->setSpacing(kGap);
+    left->addWidget(path_);
+    left->addWidget(grid_, 1);
+    left->addLayout(status);
+    auto* right = new QVBoxLayout;
+    right->setSpacing(kGap - 2);
+    for (QPushButton* button : findChildren<QPushButton*>({}, Qt::FindDirectChildrenOnly)) {
+        const bool begins = std::ranges::find(groups_, button) != groups_.end();
+        if (begins && button != groups_.front()) add_divider(right, this);
+        button->setMinimumWidth(kCommandWidth);
+        right->addWidget(button);
+    }
+    right->addStretch();
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(kGap, kGap, kGap, kGap);
+    layout->setSpacing(kGap);
+    layout->addLayout(left, 1);
+    layout->addLayout(right);
+}
+
+bool ConfigurationTabWidget::busy() const {
+    const ConfigurationTransfer& job = form_.job();
+    return side_ == ConfigurationSide::kWrite ? job.writing() || job.surveying() : job.reading();
+}
+
+bool ConfigurationTabWidget::has_failures() const {
+    const auto bad = [](const auto& row) {
+        return row.Result == kFalseWord || row.Result == kInvalidWord;
+    };
+    return side_ == ConfigurationSide::kWrite ? std::ranges::any_of(form_.data().source, bad)
+                                              : std::ranges::any_of(form_.data().driver, bad);
+}
+
+void ConfigurationTabWidget::refresh() {
+    if (busy() && !was_busy_) grid_->follow();
+    was_busy_ = busy();
+    grid_->refresh();
+    const bool free = !form_.locked() && !form_.running();
+    for (QPushButton* button : told_)
+        button->setEnabled(!form_.locked());
+    for (QPushButton* button : additions_)
+        button->setEnabled(free);
+    failed_->setEnabled(free && has_failures());
+    stop_->setEnabled(busy());
+    refresh_controls();
+}
+
+void ConfigurationTabWidget::refresh_row(int row) {
+    grid_->refresh_row(row);
+    refresh_controls();
+}
+
+void ConfigurationTabWidget::refresh_controls() {
+    const bool write = side_ == ConfigurationSide::kWrite;
+    const ConfigurationData& held = form_.data();
+    path_->show_text(write ? form_.Label2() : form_.Label8());
+    const int percent = write ? held.ProgressBar1 : held.ProgressBar2;
+    if (bar_->value() != percent) bar_->setValue(percent);
+    show_note(note_, configuration_note(form_, side_));
+}
+
+void ConfigurationTabWidget::apply_language(base::Language language) {
+    const bool write = side_ == ConfigurationSide::kWrite;
+    show_designed_caption(start_, write ? kWriteCaption : kReadCaption, language);
+    const int chinese = write ? 5 : 4;
+    const bool is_chinese = language == base::Language::kChinese;
+    grid_->show_column(chinese, is_chinese);
+    grid_->show_column(chinese + 1, !is_chinese);
+    constexpr base::Text kNoFile{"未选择 cdi 文件", "No cdi file is chosen"};
+    constexpr base::Text kNoTemplate{"未选择 cdo 模板", "No cdo template is chosen"};
+    grid_->set_note(io_qt((write ? kNoFile : kNoTemplate).in(language)));
+}
+
+}  // namespace servo::tools
