@@ -4,6 +4,9 @@
 #include <QGridLayout>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+#include <algorithm>
+
+#include "params/ui_palette.h"
 
 namespace servo::tools {
 
@@ -36,51 +39,71 @@ constexpr std::string_view kUseHome = "使用原点开关/Use Home Switch";
 constexpr int kAbout = 0;
 constexpr int kFirst = 1;
 constexpr int kSecond = 2;
+constexpr int kLastRow = 3;  // empty
 
 std::size_t place(HomingChoice choice) {
     return static_cast<std::size_t>(choice);
 }
 
+QFrame* make_divider(QWidget* parent) {
+    auto* line = new QFrame(parent);
+    line->setFixedHeight(1);
+    line->setAutoFillBackground(true);
+    QPalette colours = line->palette();
+    colours.setColor(QPalette::Window, QColor::fromRgba(params::palette::kFrame));
+    line->setPalette(colours);
+    return line;
+}
+
 QGridLayout* make_grid(QGroupBox* frame) {
     auto* grid = new QGridLayout(frame);
-    grid->setContentsMargins(kGap, kGap, kGap, kGap);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(2 * kGap);
     grid->setVerticalSpacing(kInnerGap);
     grid->setColumnStretch(kSecond, 1);
+    grid->setRowStretch(kLastRow, 1);
     return grid;
 }
 
 }  // namespace
 
+// All in one box: the trigger, a line, and what it asks for.
 HomingChoiceWidget::HomingChoiceWidget(Homing2& form, std::function<void()> acted, QWidget* parent)
     : QWidget(parent), form_(form), acted_(std::move(acted)) {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    QGroupBox* frame = make_frame(this, "FrameA", "原点触发信号/Homing Trigger");
+    auto* around = new QVBoxLayout(this);
+    around->setContentsMargins(0, 0, 0, 0);
+    around->addWidget(frame);
+    auto* layout = new QVBoxLayout(frame);
+    layout->setContentsMargins(kGap, kInnerGap, kGap, kGap);
     layout->setSpacing(kGap);
-    layout->addWidget(make_triggers());
-    frames_ = new QStackedWidget(this);
-    for (QGroupBox* frame : {make_index_frame(), make_limit_frame(), make_home_frame(),
-                             make_special_frame(), make_disabled_frame()})
-        frames_->addWidget(frame);
+    make_triggers(frame);
+    frames_ = new QStackedWidget(frame);
+    for (QGroupBox* each : {make_index_frame(), make_limit_frame(), make_home_frame(),
+                            make_special_frame(), make_disabled_frame()})
+        frames_->addWidget(each);
+    layout->addWidget(make_divider(frame));
     layout->addWidget(frames_);
     add_tips();
 }
 
-QGroupBox* HomingChoiceWidget::make_triggers() {
-    QGroupBox* frame = make_frame(this, "FrameA", "原点触发信号/Homing Trigger");
-    auto* layout = new QVBoxLayout(frame);
-    layout->setContentsMargins(kGap, kInnerGap, kGap, kInnerGap);
-    layout->setSpacing(kInnerGap);
+// In columns, read downwards.
+void HomingChoiceWidget::make_triggers(QGroupBox* frame) {
+    constexpr int kRows = 3;
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(3 * kGap);
+    grid->setVerticalSpacing(kInnerGap);
     for (int index = 0; index < kHomingTriggers; ++index) {
         const auto at = static_cast<std::size_t>(index);
         Option1_[at] = make_option(frame, QStringLiteral("Option1(%1)").arg(index), kTriggers[at]);
-        layout->addWidget(Option1_[at]);
+        grid->addWidget(Option1_[at], index % kRows, index / kRows);
         connect(Option1_[at], &QRadioButton::clicked, this, [this, index] {
             form_.Option1_Click(index);
             acted_();
         });
     }
-    return frame;
+    grid->setColumnStretch(1, 1);
+    static_cast<QVBoxLayout*>(frame->layout())->addLayout(grid);
 }
 
 QRadioButton* HomingChoiceWidget::option(QWidget* parent, HomingChoice choice,
@@ -118,14 +141,14 @@ void HomingChoiceWidget::put_pair(QGridLayout* grid, int row, HomingChoice first
 }
 
 QGroupBox* HomingChoiceWidget::make_index_frame() {
-    QGroupBox* frame = make_frame(this, "Frame11");
+    auto* frame = new HomingFrame("Frame11", this);
     QGridLayout* grid = make_grid(frame);
-    Frame2_ = make_frame(frame, "Frame2");
-    Frame2_->setFlat(true);
+    Frame2_ = new HomingFrame("Frame2", frame);
     auto* direction = new QGridLayout(Frame2_);
     direction->setContentsMargins(0, 0, 0, 0);
     direction->setHorizontalSpacing(2 * kGap);
-    direction->addWidget(make_caption(Frame2_, "LabelA", "寻找方向/Search direction"), 0, kAbout);
+    direction_ = make_caption(Frame2_, "LabelA", "寻找方向/Search direction");
+    direction->addWidget(direction_, 0, kAbout);
     direction->setColumnStretch(kSecond, 1);
     grid->addWidget(Frame2_, 0, 0, 1, 3);
     put_pair(direction, 0, Option2, kPositive, Option3, kNegative);
@@ -137,7 +160,7 @@ QGroupBox* HomingChoiceWidget::make_index_frame() {
 }
 
 QGroupBox* HomingChoiceWidget::make_limit_frame() {
-    QGroupBox* frame = make_frame(this, "Frame12");
+    auto* frame = new HomingFrame("Frame12", this);
     QGridLayout* grid = make_grid(frame);
     grid->addWidget(make_caption(frame, "LabelB", "触发的限位/Trigger"), 0, kAbout);
     put_pair(grid, 0, Option8, kPositiveLimit, Option9, kNegativeLimit);
@@ -148,7 +171,7 @@ QGroupBox* HomingChoiceWidget::make_limit_frame() {
 }
 
 QGroupBox* HomingChoiceWidget::make_home_frame() {
-    QGroupBox* frame = make_frame(this, "Frame13");
+    auto* frame = new HomingFrame("Frame13", this);
     QGridLayout* grid = make_grid(frame);
     grid->addWidget(check(frame, Check3, kUseHome), 0, kAbout);
     put_pair(grid, 0, Option12, "高电平/High Level", Option13, "低电平/Low Level");
@@ -160,9 +183,9 @@ QGroupBox* HomingChoiceWidget::make_home_frame() {
 }
 
 QGroupBox* HomingChoiceWidget::make_special_frame() {
-    QGroupBox* frame = make_frame(this, "Frame14");
+    auto* frame = new HomingFrame("Frame14", this);
     auto* layout = new QVBoxLayout(frame);
-    layout->setContentsMargins(kGap, kGap, kGap, kGap);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kInnerGap);
     auto* ways = new QGridLayout;
     ways->setHorizontalSpacing(2 * kGap);
@@ -201,9 +224,9 @@ QGroupBox* HomingChoiceWidget::make_stop_frame(QWidget* parent) {
 }
 
 QGroupBox* HomingChoiceWidget::make_disabled_frame() {
-    QGroupBox* frame = make_frame(this, "Frame15");
+    auto* frame = new HomingFrame("Frame15", this);
     auto* layout = new QVBoxLayout(frame);
-    layout->setContentsMargins(kGap, kGap, kGap, kGap);
+    layout->setContentsMargins(0, 0, 0, 0);
     QLabel* hint =
         make_caption(frame, "LabelE",
                      "请在下面输入原点模式的编号，按回车显示。0 为不找原点。/Type the number of a "
@@ -249,6 +272,12 @@ void HomingChoiceWidget::add_tips() {
                    "The edge of the switch is passed in the negative direction"});
     tip(Check7, {"碰到机械限位后反向运行到第一个索引信号",
                  "Behind the stop the motor turns round and runs to the first index pulse"});
+}
+
+void HomingChoiceWidget::apply_language(base::Language language) {
+    tips_.apply(language);
+    direction_->setMinimumWidth(std::max(choices_[place(Check1)]->sizeHint().width(),
+                                         choices_[place(Check2)]->sizeHint().width()));
 }
 
 void HomingChoiceWidget::refresh() {

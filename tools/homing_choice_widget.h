@@ -23,10 +23,10 @@ class HomingChoiceWidget final : public QWidget {
     HomingChoiceWidget(Homing2& form, std::function<void()> acted, QWidget* parent);
 
     void refresh();
-    void apply_language(base::Language language) { tips_.apply(language); }
+    void apply_language(base::Language language);
 
   private:
-    QGroupBox* make_triggers();
+    void make_triggers(QGroupBox* frame);
     QGroupBox* make_index_frame();
     QGroupBox* make_limit_frame();
     QGroupBox* make_home_frame();
@@ -48,6 +48,7 @@ class HomingChoiceWidget final : public QWidget {
     std::array<QRadioButton*, kHomingTriggers> Option1_{};
     QStackedWidget* frames_ = nullptr;  // Frame11 to Frame15
     QGroupBox* Frame2_ = nullptr;       // search direction
+    QLabel* direction_ = nullptr;       // its caption, as wide as the boxes below
     QGroupBox* Frame10_ = nullptr;      // mechanical stop
     // Check1 to Check7 and Option2 to Option21, at the places of HomingChoice.
     std::array<QAbstractButton*, kHomingChoices> choices_{};

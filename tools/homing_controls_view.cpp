@@ -75,8 +75,7 @@ QPushButton* make_command(QWidget* parent, const char* name, std::string_view pa
 }
 
 QGroupBox* make_frame(QWidget* parent, const char* name, std::string_view pair) {
-    return tagged(new QGroupBox(pair.empty() ? QString() : english(pair), parent),
-                  QLatin1String(name), pair);
+    return tagged(new QGroupBox(english(pair), parent), QLatin1String(name), pair);
 }
 
 void make_quiet(QLabel* label) {
@@ -93,6 +92,23 @@ void show_text(QLineEdit* box, std::string_view text) {
     if (const QString shown = qt(text); box->text() != shown) box->setText(shown);
 }
 
+// --- HomingFrame
+
+HomingFrame::HomingFrame(const char* name, QWidget* parent) : QGroupBox(parent) {
+    tagged(this, QLatin1String(name), {});
+    setContentsMargins(0, 0, 0, 0);
+}
+
+// Both would make room for a line and a title.
+void HomingFrame::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+}
+
+void HomingFrame::changeEvent(QEvent* event) {
+    QGroupBox::changeEvent(event);
+    setContentsMargins(0, 0, 0, 0);
+}
+
 // --- HomingBox
 
 HomingBox::HomingBox(const char* name, QWidget* parent) : QLineEdit(parent) {
@@ -100,10 +116,12 @@ HomingBox::HomingBox(const char* name, QWidget* parent) : QLineEdit(parent) {
     // Only keys come in, one by one.
     setAttribute(Qt::WA_InputMethodEnabled, false);
     setAcceptDrops(false);
-    // One that takes no entry does not look as if it did.
+    // One that takes no entry does not look as if it did, but what it says counts all the same.
     QPalette colours = palette();
     colours.setColor(QPalette::Disabled, QPalette::Base,
                      colours.color(QPalette::Active, QPalette::Window));
+    colours.setColor(QPalette::Disabled, QPalette::Text,
+                     colours.color(QPalette::Active, QPalette::Text));
     setPalette(colours);
 }
 

@@ -47,12 +47,24 @@ QLabel* make_value(QWidget* parent, const char* name, std::string_view text = {}
 QRadioButton* make_option(QWidget* parent, const QString& name, std::string_view pair);
 QCheckBox* make_check(QWidget* parent, const char* name, std::string_view pair);
 QPushButton* make_command(QWidget* parent, const char* name, std::string_view pair);
-// A frame of the form; without a pair it has no title.
-QGroupBox* make_frame(QWidget* parent, const char* name, std::string_view pair = {});
+QGroupBox* make_frame(QWidget* parent, const char* name, std::string_view pair);
 
 void make_quiet(QLabel* label);
 void show_text(QLabel* label, std::string_view text);
 void show_text(QLineEdit* box, std::string_view text);
+
+// A frame without a line or a title: it only holds what belongs together.
+class HomingFrame final : public QGroupBox {
+    Q_OBJECT
+
+  public:
+    HomingFrame(const char* name, QWidget* parent);
+
+  protected:
+    void paintEvent(QPaintEvent*) override {}
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+};
 
 // A box that shows each character to the form before it takes it (Enter as 13, Escape as 27).
 // Whoever comes to it with the keyboard or the mouse finds its text selected.

@@ -50,9 +50,9 @@ Text zone_text(StartZone zone) {
         case StartZone::kOnSwitch:
             return {"原点开关接通", "Home switch on"};
         case StartZone::kBelowSwitch:
-            return {"在原点开关负侧", "On the negative side of the home switch"};
+            return {"在原点开关负侧", "Negative side of the switch"};
         case StartZone::kAboveSwitch:
-            return {"在原点开关正侧", "On the positive side of the home switch"};
+            return {"在原点开关正侧", "Positive side of the switch"};
     }
     return {};
 }
@@ -111,6 +111,10 @@ std::string point_text(const HomingLeg& leg, Language language) {
 }
 
 }  // namespace
+
+std::string method_text(int method, Language language) {
+    return std::string(Text{"模式 ", "Method "}.in(language)) + std::to_string(method);
+}
 
 // All starts of a method end alike, so the first one tells.
 std::string home_text(const HomingTravel& travel, Language language) {

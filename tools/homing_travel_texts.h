@@ -9,6 +9,9 @@
 
 namespace servo::tools {
 
+// "Method 8": how a line about a method begins in its description.
+std::string method_text(int method, base::Language language);
+
 // Where the home position is: "the first index pulse in the positive direction behind the point
 // where the home switch turns on".
 std::string home_text(const HomingTravel& travel, base::Language language);

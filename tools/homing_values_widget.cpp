@@ -15,7 +15,8 @@ namespace {
 // By the places of HomingEntry.
 constexpr std::array<const char*, kHomingEntries.size()> kEntryNames{"Text2", "Text3", "Text4",
                                                                      "Text5", "Text6"};
-constexpr int kBoxCharacters = 11;  // the longest entry that is taken, and one more
+constexpr int kBoxCharacters = 8;
+constexpr int kLongBox = 11;  // the offset: a whole number of 32 bits
 constexpr int kNumberCharacters = 6;
 
 // Texts of the lists, in English; where they differ the walk through the fixed lists puts them.
@@ -76,7 +77,7 @@ void HomingValuesWidget::make_boxes() {
     for (const HomingEntry entry : kHomingEntries) {
         auto* box = new HomingBox(kEntryNames[place(entry)], this);
         entries_[place(entry)] = box;
-        box->setFixedWidth(width_of(*box, kBoxCharacters));
+        box->setFixedWidth(width_of(*box, entry == HomingEntry::Text3 ? kLongBox : kBoxCharacters));
         box->setAlignment(Qt::AlignRight);
         connect(box, &QLineEdit::textEdited, this,
                 [this, entry](const QString& text) { form_.type(entry, text.toStdString()); });
@@ -129,6 +130,18 @@ void HomingValuesWidget::put_box(QGridLayout* grid, int row, int column, const c
     grid->addWidget(beside, row, column + 2);
 }
 
+void HomingValuesWidget::put_wide(QGridLayout* grid, int row, const char* label,
+                                  std::string_view pair, QWidget* box) {
+    QLabel* caption = make_caption(this, label, pair);
+    caption->setBuddy(box);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(kInnerGap);
+    line->addWidget(caption);
+    line->addWidget(box);
+    line->addStretch();
+    grid->addLayout(line, row, 0, 1, -1);
+}
+
 QWidget* HomingValuesWidget::make_values() {
     make_boxes();
     make_lists();
@@ -147,19 +160,19 @@ QWidget* HomingValuesWidget::make_values() {
     constexpr int kRight = 4;  // columns 0 to 2, a gap, 4 to 6
     put_box(grid, 0, 0, "LabelI", "找原点速度/Home speed", box(Text2), "LabelQ",
             homing_unit(Text2));
-    put_box(grid, 1, 0, "LabelJ", "原点折返速度/Home back speed", box(Text4), "LabelR",
+    put_box(grid, 0, kRight, "LabelJ", "原点折返速度/Home back speed", box(Text4), "LabelR",
             homing_unit(Text4));
-    put_box(grid, 2, 0, "LabelK", "找原点减速度/Home ACC", box(Text5), "LabelS",
+    put_box(grid, 1, 0, "LabelK", "找原点减速度/Home ACC", box(Text5), "LabelS",
             homing_unit(Text5));
-    put_box(grid, 3, 0, "LabelL", "找原点电流/Home Current", box(Text6), "LabelT",
+    put_box(grid, 1, kRight, "LabelL", "找原点电流/Home Current", box(Text6), "LabelT",
             homing_unit(Text6));
-    put_box(grid, 0, kRight, "LabelM", "原点偏移/Home Offset", box(Text3), nullptr, {});
-    put_box(grid, 1, kRight, "LabelN", "原点偏移模式/Home offset Method",
-            lists_[place(HomingList::Combo1)], nullptr, {});
-    put_box(grid, 2, kRight, "LabelO", "原点屏蔽区域/Home Blind", lists_[place(HomingList::Combo2)],
+    put_box(grid, 2, 0, "LabelM", "原点偏移/Home Offset", box(Text3), nullptr, {});
+    put_box(grid, 2, kRight, "LabelN", "原点屏蔽区域/Home Blind", lists_[place(HomingList::Combo2)],
             nullptr, {});
-    grid->addWidget(Check4_, 3, kRight, 1, 3);
-    grid->setColumnMinimumWidth(3, kGap);
+    put_wide(grid, 3, "LabelO", "原点偏移模式/Home offset Method",
+             lists_[place(HomingList::Combo1)]);
+    grid->addWidget(Check4_, 4, 0, 1, kRight + 3);
+    grid->setColumnMinimumWidth(3, kInnerGap);
     grid->setColumnStretch(3, 1);
     return frame;
 }

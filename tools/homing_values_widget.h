@@ -32,6 +32,8 @@ class HomingValuesWidget final : public QWidget {
     void add_tips();
     void put_box(QGridLayout* grid, int row, int column, const char* label, std::string_view pair,
                  QWidget* box, const char* unit_name, std::string_view unit);
+    void put_wide(QGridLayout* grid, int row, const char* label, std::string_view pair,
+                  QWidget* box);
     void refresh_comparison();
 
     Homing2& form_;

@@ -2,9 +2,12 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QTextBlock>
+#include <QTextEdit>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "base/number.h"
 #include "params/ui_palette.h"
 #include "tools/homing_choice_widget.h"
 #include "tools/homing_picture_widget.h"
@@ -72,9 +75,9 @@ void Homing2Window::lay_out() {
     left->addStretch();
     auto* right = new QVBoxLayout;
     right->setSpacing(kGap);
-    right->addWidget(Image1_, 3);
+    right->addWidget(Image1_, 2);
     right->addWidget(travel_);
-    right->addWidget(RichTextBox1_, 2);
+    right->addWidget(RichTextBox1_, 1);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(kGap, kGap, kGap, kGap);
     layout->setSpacing(2 * kGap);
@@ -110,11 +113,38 @@ void Homing2Window::refresh_texts() {
         travel_->setText(text);
     QString description = qt(form_.data().RichTextBox1);
     description.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    if (RichTextBox1_->toPlainText() != description) RichTextBox1_->setPlainText(description);
+    if (RichTextBox1_->toPlainText() != description) {
+        RichTextBox1_->setPlainText(description);
+        marked_.clear();
+    }
+    mark_method();
 }
 
-// The longest list of steps has room, so that the picture keeps its size from method to method.
+// A description is for several methods: the line of this one is marked and in view.
+void Homing2Window::mark_method() {
+    const std::string name =
+        method_text(static_cast<int>(base::leading_number(form_.data().Text1)), form_.language());
+    if (name == marked_) return;
+    marked_ = name;
+    QTextEdit::ExtraSelection mark;
+    for (QTextBlock line = RichTextBox1_->document()->begin(); line.isValid(); line = line.next()) {
+        const QString rest = line.text().mid(qt(name).size());
+        if (!line.text().startsWith(qt(name)) || (!rest.isEmpty() && rest[0].isDigit())) continue;
+        mark.cursor = QTextCursor(line);
+        mark.format.setBackground(QColor::fromRgba(params::palette::kSelectedCell));
+        mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+        RichTextBox1_->setTextCursor(mark.cursor);
+        break;
+    }
+    RichTextBox1_->setExtraSelections(mark.cursor.isNull()
+                                          ? QList<QTextEdit::ExtraSelection>()
+                                          : QList<QTextEdit::ExtraSelection>{mark});
+}
+
+// The longest list of steps has room, so that the picture keeps its size from method to method. A
+// window that was not shown yet has no width to ask.
 void Homing2Window::reserve_travel() {
+    if (!isVisible()) return;
     int height = 0;
     for (const HomingTravel& each : homing_travels()) {
         const QString text = lines_of(start_texts(each, form_.language()));

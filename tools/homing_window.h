@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QTimer>
 #include <QWidget>
+#include <string>
 
 #include "tools/homing.h"
 
@@ -43,6 +44,7 @@ class Homing2Window final : public QWidget, private HomingObserver {
     void apply_language();
     void refresh_picture();
     void refresh_texts();
+    void mark_method();
     void reserve_travel();
 
     Homing2& form_;
@@ -51,6 +53,7 @@ class Homing2Window final : public QWidget, private HomingObserver {
     HomingPictureWidget* Image1_ = nullptr;   // picture of the method
     QLabel* travel_ = nullptr;                // what the axis will do, step by step
     QPlainTextEdit* RichTextBox1_ = nullptr;  // description of the group of methods
+    std::string marked_;                      // whose line of the description is marked
     QTimer gather_;
 };
 

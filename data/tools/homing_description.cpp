@@ -15,9 +15,9 @@ std::string method_line(int method, base::Language language) {
     const tools::HomingTravel* travel = tools::find_homing_travel(method);
     if (travel == nullptr) return {};
     const std::string home = tools::home_text(*travel, language);
-    const std::string number = std::to_string(method);
-    return language == base::Language::kChinese ? "模式 " + number + "：原点为" + home + "。\n"
-                                                : "Method " + number + ": home is " + home + ".\n";
+    const std::string name = tools::method_text(method, language);
+    return language == base::Language::kChinese ? name + "：原点为" + home + "。\n"
+                                                : name + ": home is " + home + ".\n";
 }
 
 }  // namespace

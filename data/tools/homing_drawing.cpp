@@ -34,7 +34,7 @@ constexpr double kPulse = 4;   // width of an index pulse
 constexpr double kRamp = 12;   // of the current at a stop
 constexpr double kDot = 3.5;
 constexpr double kHead = 8;  // length of an arrow's head
-constexpr double kTextSize = 11.5;
+constexpr double kTextSize = 12.5;
 constexpr double kTitleSize = 16;
 
 double x_of(double position) {
@@ -148,12 +148,11 @@ class Drawer {
     void words(Words given) { drawing_.shapes.emplace_back(std::move(given)); }
 
     void header() {
-        const std::string number = std::to_string(travel_.method);
         words({.x = kMargin,
                .y = 10,
                .width = 104,
                .height = 34,
-               .text = std::string(Text{"模式 ", "Method "}.in(language_)) + number,
+               .text = tools::method_text(travel_.method, language_),
                .size = kTitleSize,
                .bold = true});
         words({.x = kAxisLeft,

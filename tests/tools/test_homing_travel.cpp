@@ -366,11 +366,11 @@ TEST(HomingTravel, TheHomePositionInWords) {
 TEST(HomingTravel, TheTravelInWords) {
     EXPECT_EQ(start_texts(travel_of(8), Language::kEnglish),
               (std::vector<std::string>{
-                  "On the negative side of the home switch: positive until the home switch turns "
+                  "Negative side of the switch: positive until the home switch turns "
                   "on; on to the next index pulse.",
                   "Home switch on: negative until the home switch turns off; back positive until "
                   "the home switch turns on; on to the next index pulse.",
-                  "On the positive side of the home switch: positive until the positive limit "
+                  "Positive side of the switch: positive until the positive limit "
                   "switch turns on; back negative until the home switch turns off; back positive "
                   "until the home switch turns on; on to the next index pulse."}));
     EXPECT_EQ(start_texts(travel_of(17), Language::kChinese),

@@ -1,7 +1,8 @@
 // The choices of the homing window through its real controls.
 #include <gtest/gtest.h>
 
-#include <QScreen>
+#include <QPlainTextEdit>
+#include <QTextBlock>
 
 #include "homing_window_bench.h"
 #include "tools/homing_picture_widget.h"
@@ -228,6 +229,25 @@ TEST_F(HomingWindowTest, TheTravelIsToldStepByStep) {
         "• Off the limit switch: positive until the positive limit switch turns on; back "
         "negative until the positive limit switch turns off.\n"
         "• On the positive limit switch: negative until the positive limit switch turns off.");
+}
+
+// Methods 1 and 17 begin alike, so the whole number counts.
+TEST_F(HomingWindowTest, TheLineOfTheMethodIsMarked) {
+    put_text("17-30_EN.txt", "Edges.\r\nMethod 17: a\r\nMethod 18: b\r\n");
+    put_text("1_EN.txt", "Method 17: not this one\r\nMethod 1: c\r\n");
+    const auto marked = [this] {
+        const auto marks = control<QPlainTextEdit>("RichTextBox1").extraSelections();
+        return marks.isEmpty() ? std::string() : marks[0].cursor.block().text().toStdString();
+    };
+    click("Option1(1)");
+    EXPECT_EQ(marked(), "Method 18: b");
+    click("Option9");
+    EXPECT_EQ(marked(), "Method 17: a");
+    click("Option1(4)");
+    EXPECT_EQ(marked(), "");
+    type("Text1", "1");
+    enter_key("Text1");
+    EXPECT_EQ(marked(), "Method 1: c");
 }
 
 TEST_F(HomingWindowTest, ThePictureKeepsItsSizeFromMethodToMethod) {
