@@ -35,6 +35,7 @@ bool make_player(const Options& options, Program& program, std::unique_ptr<WalkP
     }
     player = std::make_unique<WalkPlayer>(program.form(), options.walk, std::move(*commands),
                                           &WalkPlayer::print_line);
+    player->use_simulator([&program](const std::string& line) { return program.tell_drive(line); });
     QObject::connect(player.get(), &WalkPlayer::finished, &program.form(),
                      [&program] { program.form().quit_program(); });
     QObject::connect(&program, &Program::settled, player.get(), &WalkPlayer::start);

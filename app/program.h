@@ -42,6 +42,9 @@ class Program final : public QObject {
     // `settled` is emitted when that has been tried.
     void connect_link();
 
+    // A line to the simulated drive that was started with the program. False without one.
+    bool tell_drive(const std::string& line) { return simulator_.tell(line); }
+
   Q_SIGNALS:
     void settled();
 

@@ -3,6 +3,7 @@
 #include "app/user_dialogs.h"
 #include "app/window_adder.h"
 #include "tools/digital_io_window.h"
+#include "tools/homing_window.h"
 #include "tools/pos_flow_window.h"
 #include "tuner/tuner_window.h"
 
@@ -37,8 +38,10 @@ void add_tool_windows(WindowAdder& adder, Workstation& workstation, UserDialogs&
                                           workstation.Tavro_Nevra_Other_mode);
     });
     adder.add(
-        "PosFlow",
-        [&workstation] { return new tools::PosFlowWindow(workstation.tools.pos_flow); },
+        "PosFlow", [&workstation] { return new tools::PosFlowWindow(workstation.tools.pos_flow); },
+        Kind::kPage, kRoomy);
+    adder.add(
+        "Homing2", [&workstation] { return new tools::Homing2Window(workstation.tools.homing); },
         Kind::kPage, kRoomy);
     add_tuner(adder, workstation, dialogs);
 }

@@ -36,6 +36,12 @@ void Simulator::start(const QString& program, const QStringList& arguments) {
     process_.start(program, arguments);
 }
 
+bool Simulator::tell(const std::string& line) {
+    if (process_.state() != QProcess::Running) return false;
+    process_.write((line + '\n').c_str());
+    return true;
+}
+
 void Simulator::read_line() {
     const QByteArray marker("line: ");
     while (process_.canReadLine()) {

@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QStringList>
 #include <QTimer>
+#include <string>
 
 namespace servo::app {
 
@@ -17,6 +18,9 @@ class Simulator final : public QObject {
 
     // `program` is drive-sim. One of the two signals follows.
     void start(const QString& program, const QStringList& arguments);
+
+    // A line to its standard input, such as "din 3 1". False when it does not run.
+    bool tell(const std::string& line);
 
   Q_SIGNALS:
     void ready(const QString& line);  // the path of its line

@@ -162,6 +162,8 @@ std::string WalkPlayer::perform(const WalkCommand& command) {
             return actions_.shot(command);
         case WalkVerb::kState:
             return actions_.state(command);
+        case WalkVerb::kSimulator:
+            return simulator_ && simulator_(command.text) ? "" : "no simulated drive was started";
         case WalkVerb::kQuit:
             finish();
             return {};

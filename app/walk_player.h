@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/shell_access.h"
@@ -30,6 +31,10 @@ class WalkPlayer final : public QObject {
     ~WalkPlayer() override;
 
     void start();
+
+    // Who takes the lines of `simulator`; false when there is no simulated drive to take them.
+    using Simulator = std::function<bool(const std::string& line)>;
+    void use_simulator(Simulator simulator) { simulator_ = std::move(simulator); }
 
     // 0 as long as every line held, else 1.
     int exit_status() const { return failures_ == 0 ? 0 : 1; }
@@ -58,6 +63,7 @@ class WalkPlayer final : public QObject {
     std::string file_;
     std::vector<WalkCommand> commands_;
     Out out_;
+    Simulator simulator_;
     WalkDialogs dialogs_;
     WalkActions actions_;
     UserDialogs* former_dialogs_ = nullptr;

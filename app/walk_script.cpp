@@ -224,6 +224,7 @@ constexpr std::array kVerbs{
     Verb{"print", WalkVerb::kPrint, read_target, false},
     Verb{"shot", WalkVerb::kShot, read_shot, true},
     Verb{"state", WalkVerb::kState, read_path, true},
+    Verb{"simulator", WalkVerb::kSimulator, read_text, true},
     Verb{"quit", WalkVerb::kQuit, read_nothing, false},
 };
 

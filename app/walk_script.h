@@ -37,6 +37,7 @@ enum class WalkVerb : std::uint8_t {
     kPrint,
     kShot,
     kState,
+    kSimulator,
     kQuit,
 };
 

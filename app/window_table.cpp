@@ -73,9 +73,7 @@ constexpr std::array kWindows{
                                  "Writes a configuration file to the drive, or reads the drive's "
                                  "settings into one."}},
     ready("PosFlow", "位置表模式/Position Table Mode\\"),
-    coming("Homing2", "原点定义/Homing Definition\\", kDesignedFont,
-           {"由信号、开关和方向得出找原点的方式。",
-            "Finds the homing method from signals, switches and direction."}),
+    ready("Homing2", "原点定义/Homing Definition\\", kDesignedFont),
     ready("About", "关于/About", kDesignedFont),
     page("ErrorHistory"),
     ready("TPDOSet", "TPDO"),

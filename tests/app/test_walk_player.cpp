@@ -28,6 +28,20 @@ TEST_F(WalkPlayerTest, EmptyFileEndsWellAndPrintsNothing) {
     EXPECT_EQ(played.lines, Lines{});
 }
 
+TEST_F(WalkPlayerTest, LinesForTheSimulatedDriveGoToItOrFail) {
+    Lines told;
+    const Played played =
+        test::play(shell.form, "simulator din 3 1\nsimulator\n", [&told](const std::string& line) {
+            told.push_back(line);
+            return true;
+        });
+    EXPECT_EQ(told, (Lines{"din 3 1", ""}));
+    EXPECT_EQ(played.status, 0);
+    const Played alone = play("simulator din 3 1\n");
+    EXPECT_EQ(alone.status, 1);
+    EXPECT_EQ(alone.lines, Lines{"test.walk:1: no simulated drive was started"});
+}
+
 TEST_F(WalkPlayerTest, MenusToolsAndWindows) {
     const Played played = play(
         "expect Basic.visible false\n"

@@ -45,6 +45,8 @@ TEST(WalkScript, CommandsWithOneName) {
     EXPECT_EQ(only("open Basic").window, "Basic");
     EXPECT_EQ(only("close Form1").window, "Form1");
     EXPECT_EQ(only("quit").verb, WalkVerb::kQuit);
+    EXPECT_EQ(only("simulator din 3 1").verb, WalkVerb::kSimulator);
+    EXPECT_EQ(only("simulator din 3 1").text, "din 3 1");
 }
 
 TEST(WalkScript, ControlsOfAnArrayKeepTheirIndex) {

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/walk_player.h"
@@ -16,10 +17,12 @@ struct Played {
     std::vector<std::string> lines;
 };
 
-inline Played play(ShellAccess& shell, std::string_view text) {
+inline Played play(ShellAccess& shell, std::string_view text,
+                   WalkPlayer::Simulator simulator = {}) {
     Played played;
     WalkPlayer player(shell, "test.walk", parse_walk(text),
                       [&played](std::string_view line) { played.lines.emplace_back(line); });
+    player.use_simulator(std::move(simulator));
     QEventLoop loop;
     QObject::connect(&player, &WalkPlayer::finished, &loop, [&](int status) {
         played.status = status;
