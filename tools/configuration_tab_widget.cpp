@@ -209,7 +209,7 @@ void ConfigurationTabWidget::lay_out() {
     left->addLayout(status);
     auto* right = new QVBoxLayout;
     right->setSpacing(kGap - 2);
-    for (QPushButton* button : findChildren<QPushButton*>({}, Qt::FindDirectChildrenOnly)) {
+    for (QPushButton* button : findChildren<QPushButton*>(Qt::FindDirectChildrenOnly)) {
         const bool begins = std::ranges::find(groups_, button) != groups_.end();
         if (begins && button != groups_.front()) add_divider(right, this);
         button->setMinimumWidth(kCommandWidth);
