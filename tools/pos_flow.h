@@ -128,7 +128,7 @@ class PosFlow final : public link::PollWindow, private TableJobObserver {
     const PositionFileRows& imported() const { return imported_; }  // by the last import
 
     // --- Additions
-    // The step that runs now, from the live index; -1 when none is known.
+    // The step that runs, or ran last, from the live index; -1 when none is known.
     int running_step() const { return running_step_; }
     // How the last job ended; nothing before the first, and while one runs.
     const std::optional<TableJobEnd>& job_end() const { return job_end_; }

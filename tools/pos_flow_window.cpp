@@ -21,9 +21,10 @@ constexpr int kGap = 8;
 constexpr int kIndexWidth = 52;
 constexpr int kProgressWidth = 160;
 constexpr int kResultCharacters = 9;
-constexpr int kTablesShare = 1;
-constexpr int kPicturesShare = 1;
-constexpr int kFirstHeight = 300;
+constexpr int kTablesShare = 3;
+constexpr int kPicturesShare = 2;
+constexpr int kTablesHeight = 280;  // at first
+constexpr int kPicturesHeight = 240;
 
 struct Hint {
     const char* name;
@@ -39,7 +40,7 @@ constexpr std::array kHints{
     Hint{"Command4", {"把表格保存为 .pft 文件。", "Saves the grids as a .pft file."}},
     Hint{"Command5", {"清空表格；可撤销。", "Clears the grids; Undo brings them back."}},
     Hint{"CommandA", {"撤销上一次修改（Ctrl+Z）。", "Takes the last change back (Ctrl+Z)."}},
-    Hint{"Text1", {"正在执行的段。", "The step that runs now."}},
+    Hint{"Text1", {"正在执行或最后执行的段。", "The step that runs, or ran last."}},
     Hint{"ProgressBar1", {"读写进度。", "Progress of reading or writing."}},
 };
 
@@ -153,7 +154,7 @@ void PosFlowWindow::lay_out() {
     split->setStretchFactor(0, kTablesShare);
     split->setStretchFactor(1, kPicturesShare);
     split->setChildrenCollapsible(false);
-    split->setSizes({kFirstHeight, kFirstHeight});
+    split->setSizes({kTablesHeight, kPicturesHeight});
     column->addWidget(split, 1);
     connect(pictures_, &PositionPicturesWidget::step_picked, this, [this](int step) {
         form_.hide_editors();

@@ -19,7 +19,7 @@ namespace {
 
 namespace palette = position_palette;
 
-constexpr int kBoxCharacters = 19;
+constexpr int kBoxCharacters = 21;
 constexpr int kPadding = 8;
 constexpr double kRadius = 5;
 constexpr double kHead = 7;  // length of an arrow's head
@@ -234,7 +234,7 @@ void PositionFlowWidget::paint_box_texts(QPainter& painter, const FlowBox& box,
 void PositionFlowWidget::paint_tag(QPainter& painter, const FlowBox& box,
                                    const QRectF& rect) const {
     const bool runs = box.step == running_;
-    const QString text = runs ? in(language_, {"▶ 运行", "▶ runs"}) : qt_of(box.tag);
+    const QString text = runs ? in(language_, {"▶ 当前", "▶ current"}) : qt_of(box.tag);
     if (text.isEmpty()) return;
     painter.setFont(font());
     painter.setPen(QColor(runs        ? palette::kRunningEdge

@@ -33,7 +33,6 @@ std::string extras_text(const PositionStep& step, base::Language language) {
         text += part;
     };
     if (step.loops > 1) append(fmt::format("×{}", step.loops));
-    if (step.delay > 0) append(fmt::format("{} ms", step.delay));
     append(condition_text(step, language));
     return text;
 }
@@ -107,6 +106,7 @@ class Layout {
             box.lines[0] += fmt::format("  {}", kModes[static_cast<std::size_t>(step.mode())]);
             box.lines[1] = target_text(step);
             box.lines[2] = base::format_up_to(step.speed, kDecimals) + " rpm";
+            if (step.delay > 0) box.lines[2] += fmt::format(" · {} ms", step.delay);
             box.lines[3] = extras_text(step, language_);
         }
         box.tag = tag_text(box, flow.link, language_);

@@ -36,7 +36,7 @@ struct PictureRect {
 struct FlowSizes {
     double box_width = 132;
     double box_height = 78;
-    double gap_x = 30;
+    double gap_x = 26;
     double gap_y = 34;
     double margin = 36;
     double heading = 26;
@@ -47,7 +47,7 @@ inline constexpr std::size_t kFlowLines = 4;
 struct FlowBox {
     int step = 0;
     PictureRect rect;
-    // Step and mode; target; speed; loops, delay and condition.
+    // Step and mode; target; speed and delay; loops and condition.
     std::array<std::string, kFlowLines> lines;
     std::string tag;  // "start", "stops here", "empty", "to itself"; may be empty
     bool start = false;

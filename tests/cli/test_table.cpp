@@ -128,7 +128,8 @@ TEST(Table, WhatIsWrittenReadsBackAsTheSameFile) {
     machine.bench.folder.put("table.pft", whole_file());
     ASSERT_EQ(machine.run({"table", "write", machine.file()}), 0);
     machine.session.close();
-    ASSERT_EQ(machine.run({"table", "read", machine.file("back.pft")}), 0);
+    machine.bench.run_for(50ms);  // the last bytes leave the line
+    ASSERT_EQ(machine.run({"table", "read", machine.file("back.pft")}), 0) << machine.err;
     EXPECT_EQ(machine.bench.folder.get("back.pft"), whole_file());
 }
 

@@ -34,7 +34,7 @@ bool crosses(const PictureRect& box, PicturePoint a, PicturePoint b) {
 }
 
 TEST(FlowPicture, AChainRunsFromLeftToRightAndOnInTheNextRow) {
-    const FlowPicture picture = picture_of(chain_of(6, -1), 4 * 162 + 72);
+    const FlowPicture picture = picture_of(chain_of(6, -1), 4 * 158 + 72);
     ASSERT_EQ(picture.boxes.size(), 6U);
     EXPECT_EQ(picture.boxes[3].rect.y, picture.boxes[0].rect.y);
     EXPECT_GT(picture.boxes[4].rect.y, picture.boxes[3].rect.bottom());
@@ -93,8 +93,8 @@ TEST(FlowPicture, BoxesSayWhatTheStepDoes) {
     const FlowBox& first = picture.boxes[0];
     EXPECT_EQ(first.lines[0], "0  RN");
     EXPECT_EQ(first.lines[1], "-500 inc");
-    EXPECT_EQ(first.lines[2], "12.5 rpm");
-    EXPECT_EQ(first.lines[3], "×3 · 20 ms · wait C0 or C1");
+    EXPECT_EQ(first.lines[2], "12.5 rpm · 20 ms");
+    EXPECT_EQ(first.lines[3], "×3 · wait C0 or C1");
     EXPECT_EQ(first.tag, "start");
     EXPECT_EQ(picture.boxes[1].lines[1], "→ 700 inc");
     EXPECT_EQ(picture.boxes[1].lines[3], "interrupt C1");
