@@ -2,6 +2,8 @@
 
 #include <QGridLayout>
 
+#include "tuner/simulation.h"
+
 namespace servo::tuner {
 
 namespace {
@@ -31,11 +33,17 @@ GainsPanelWidget::GainsPanelWidget(PanelContext context, QWidget* parent)
                 "Computes the loops with these filters and gains; the drive is not touched"},
                "Ctrl+Enter");
     add_key(Command4_, Qt::CTRL | Qt::Key_Return);
+    scanned_ = make_command(this, "CommandD", {"扫频时", "As scanned"});
+    connect(scanned_, &QPushButton::clicked, this, &GainsPanelWidget::take_scanned);
+    texts_.add(scanned_, {"扫频时的增益", "Gains of the scan"},
+               {"填入扫频时驱动器的速度环增益",
+                "Fills in the gains that the drive's velocity loop had at the scan"});
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);
     grid->setVerticalSpacing(kGap / 4);
-    grid->addWidget(make_heading(this, "HeadingGains", {"增益", "Gains"}), 0, 0, 1, 2);
+    grid->addWidget(make_heading(this, "HeadingGains", {"增益", "Gains"}), 0, 0);
+    grid->addWidget(scanned_, 0, 1);
     grid->addWidget(Command4_, 0, 2);
     const auto add = [&](int column, QLabel* caption, QLineEdit* box) {
         make_small(caption);
@@ -61,8 +69,17 @@ void GainsPanelWidget::simulate() {
     context_.acted();
 }
 
+void GainsPanelWidget::take_scanned() {
+    const auto gains = gains_at_scan(context_.tuner.data().settings);
+    if (!gains) return;
+    context_.tuner.type(AdvancedTuner::Box::kText10, gains->Text10);
+    context_.tuner.type(AdvancedTuner::Box::kText11, gains->Text11);
+    context_.acted();
+}
+
 void GainsPanelWidget::refresh() {
     const TunerData& held = context_.tuner.data();
+    show_enabled(scanned_, held.analysed && gains_at_scan(held.settings).has_value());
     show_text(Text10_, held.Text10);
     show_text(Text11_, held.Text11);
     show_text(Text9_, held.Text9);

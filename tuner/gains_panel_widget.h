@@ -18,6 +18,7 @@ class GainsPanelWidget final : public QWidget {
     void simulate();
 
   private:
+    void take_scanned();
     void connect_box(QLineEdit& box, AdvancedTuner::Box which);
 
     PanelContext context_;
@@ -26,6 +27,7 @@ class GainsPanelWidget final : public QWidget {
     QLineEdit* Text11_ = nullptr;      // for its integral part
     QLineEdit* Text9_ = nullptr;       // gain of the position loop
     QPushButton* Command4_ = nullptr;  // simulate
+    QPushButton* scanned_ = nullptr;   // CommandD: the gains that the drive had at the scan
 };
 
 }  // namespace servo::tuner

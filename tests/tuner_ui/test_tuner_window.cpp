@@ -335,6 +335,17 @@ TEST_F(TunerWindowTest, ControlEnterSimulatesFromAnywhere) {
     EXPECT_GT(tuner.data().simulation.points, 0);
 }
 
+TEST_F(TunerWindowTest, TheGainsOfTheScanAreFilledInWhenAskedFor) {
+    EXPECT_FALSE(enabled("CommandD"));
+    type("Text10", "7");
+    load();
+    EXPECT_EQ(text("Text10"), "7");
+    click("CommandD");
+    EXPECT_EQ(text("Text10"), "100");
+    EXPECT_EQ(text("Text11"), "0.5") << "a quarter of the drive's integral gain of 2";
+    EXPECT_EQ(tuner.data().Text10, "100");
+}
+
 // --- Analysis
 
 TEST_F(TunerWindowTest, MarginsAreListedAndMarked) {
