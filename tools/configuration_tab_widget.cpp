@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "tools/configuration_controls_view.h"
 #include "tools/configuration_grid_view.h"
@@ -111,17 +112,20 @@ ConfigurationTabWidget::ConfigurationTabWidget(ImExport& form, ConfigurationSide
 }
 
 QPushButton* ConfigurationTabWidget::command(const char* name, std::string_view pair,
-                                             std::string_view tip, void (ImExport::*click)()) {
+                                             std::string_view tip,
+                                             std::function<void(ImExport&)> click) {
     QPushButton* button = configuration_command(this, name, pair, tip);
-    connect(button, &QPushButton::clicked, this, [this, click] { (form_.*click)(); });
+    connect(button, &QPushButton::clicked, this,
+            [this, click = std::move(click)] { click(form_); });
     return button;
 }
 
-QPushButton* ConfigurationTabWidget::side_command(const char* name, std::string_view pair,
-                                                  std::string_view tip,
-                                                  void (ImExport::*click)(ConfigurationSide)) {
+QPushButton* ConfigurationTabWidget::side_command(
+    const char* name, std::string_view pair, std::string_view tip,
+    std::function<void(ImExport&, ConfigurationSide)> click) {
     QPushButton* button = configuration_command(this, name, pair, tip);
-    connect(button, &QPushButton::clicked, this, [this, click] { (form_.*click)(side_); });
+    connect(button, &QPushButton::clicked, this,
+            [this, click = std::move(click)] { click(form_, side_); });
     return button;
 }
 

@@ -5,6 +5,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QWidget>
+#include <functional>
 #include <vector>
 
 #include "tools/configuration.h"
@@ -32,9 +33,9 @@ class ConfigurationTabWidget final : public QWidget {
 
   private:
     QPushButton* command(const char* name, std::string_view pair, std::string_view tip,
-                         void (ImExport::*click)());
+                         std::function<void(ImExport&)> click);
     QPushButton* side_command(const char* name, std::string_view pair, std::string_view tip,
-                              void (ImExport::*click)(ConfigurationSide));
+                              std::function<void(ImExport&, ConfigurationSide)> click);
     void make_write_commands();
     void make_read_commands();
     void make_grid();
