@@ -112,74 +112,65 @@ ConfigurationTabWidget::ConfigurationTabWidget(ImExport& form, ConfigurationSide
 }
 
 QPushButton* ConfigurationTabWidget::command(const char* name, std::string_view pair,
-                                             std::string_view tip,
-                                             std::function<void(ImExport&)> click) {
+                                             std::string_view tip, std::function<void()> click) {
     QPushButton* button = configuration_command(this, name, pair, tip);
-    connect(button, &QPushButton::clicked, this,
-            [this, click = std::move(click)] { click(form_); });
-    return button;
-}
-
-QPushButton* ConfigurationTabWidget::side_command(
-    const char* name, std::string_view pair, std::string_view tip,
-    std::function<void(ImExport&, ConfigurationSide)> click) {
-    QPushButton* button = configuration_command(this, name, pair, tip);
-    connect(button, &QPushButton::clicked, this,
-            [this, click = std::move(click)] { click(form_, side_); });
+    connect(button, &QPushButton::clicked, this, std::move(click));
     return button;
 }
 
 void ConfigurationTabWidget::make_write_commands() {
-    choose_ = command("Command1", "选择cdi文件/Choose cdi File", {}, &ImExport::Command1_Click);
+    choose_ =
+        command("Command1", "选择cdi文件/Choose cdi File", {}, [this] { form_.Command1_Click(); });
     QPushButton* dry = command(
         "CommandB", "试运行/Dry Run",
         "读驱动器，列出写入将改变的内容和有疑问的行；不写入/Reads the drive and tells what a write "
         "would change, and which rows are doubtful. Nothing is written",
-        &ImExport::dry_run);
+        [this] { form_.dry_run(); });
     QPushButton* drive = command(
         "CommandC", "与驱动器比较/Compare with Drive",
         "读驱动器，列出与文件不同的对象/Reads the drive and lists what differs from the file",
-        &ImExport::compare_with_drive);
-    QPushButton* file = side_command("CommandD", "与文件比较.../Compare with File...",
-                                     "列出两个文件不同的对象/Lists what differs between two files",
-                                     &ImExport::compare_with_file);
-    start_ = command("Command2", "-", {}, &ImExport::Command2_Click);
+        [this] { form_.compare_with_drive(); });
+    QPushButton* file = command("CommandD", "与文件比较.../Compare with File...",
+                                "列出两个文件不同的对象/Lists what differs between two files",
+                                [this] { form_.compare_with_file(side_); });
+    start_ = command("Command2", "-", {}, [this] { form_.Command2_Click(); });
     stop_ = command("CommandA", "停止/Stop",
                     "结束正在进行的读写；已写入的行保留/Ends what runs; rows that are written stay "
                     "written",
-                    &ImExport::stop);
-    failed_ = side_command("CommandE", "失败的行/Failed Rows",
-                           "列出未成功的行和驱动器的原因/Lists the rows without success, with the "
-                           "drive's reason",
-                           &ImExport::show_failures);
+                    [this] { form_.stop(); });
+    failed_ = command("CommandE", "失败的行/Failed Rows",
+                      "列出未成功的行和驱动器的原因/Lists the rows without success, with the "
+                      "drive's reason",
+                      [this] { form_.show_failures(side_); });
     QPushButton* store = command("Command3", "存储数据到EEPROM/Store Data to EEPROM",
                                  "使已写入的数值断电后保留/Keeps what is written over a power-off",
-                                 &ImExport::Command3_Click);
+                                 [this] { form_.Command3_Click(); });
     QPushButton* restart = command("Command4", "重启/Reboot",
                                    "重新启动驱动器；请先停止电机/Restarts the drive; stop the "
                                    "motor first",
-                                   &ImExport::Command4_Click);
+                                   [this] { form_.Command4_Click(); });
     told_ = {choose_, start_, store, restart};
     additions_ = {dry, drive, file};
     groups_ = {choose_, dry, start_, store};
 }
 
 void ConfigurationTabWidget::make_read_commands() {
-    choose_ = command("Command8", "选择cdo模板/Choose cdo Template", {}, &ImExport::Command8_Click);
-    start_ = command("Command7", "-", {}, &ImExport::Command7_Click);
+    choose_ = command("Command8", "选择cdo模板/Choose cdo Template", {},
+                      [this] { form_.Command8_Click(); });
+    start_ = command("Command7", "-", {}, [this] { form_.Command7_Click(); });
     stop_ = command("CommandF", "停止/Stop", "结束正在进行的读取/Ends the reading that runs",
-                    &ImExport::stop);
-    failed_ = side_command("CommandH", "失败的行/Failed Rows",
-                           "列出未读出的行和驱动器的原因/Lists the rows without success, with the "
-                           "drive's reason",
-                           &ImExport::show_failures);
-    QPushButton* save =
-        command("Command6", "导出为cdi文件/Export as cdi File", {}, &ImExport::Command6_Click);
+                    [this] { form_.stop(); });
+    failed_ = command("CommandH", "失败的行/Failed Rows",
+                      "列出未读出的行和驱动器的原因/Lists the rows without success, with the "
+                      "drive's reason",
+                      [this] { form_.show_failures(side_); });
+    QPushButton* save = command("Command6", "导出为cdi文件/Export as cdi File", {},
+                                [this] { form_.Command6_Click(); });
     QPushButton* file =
-        side_command("CommandG", "与文件比较.../Compare with File...",
-                     "列出读出的数值与文件的不同/Lists what differs between what was read and a "
-                     "file",
-                     &ImExport::compare_with_file);
+        command("CommandG", "与文件比较.../Compare with File...",
+                "列出读出的数值与文件的不同/Lists what differs between what was read and a "
+                "file",
+                [this] { form_.compare_with_file(side_); });
     told_ = {choose_, start_, save};
     additions_ = {file};
     groups_ = {choose_, start_, save};

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QWidget>
 #include <functional>
+#include <string_view>
 #include <vector>
 
 #include "tools/configuration.h"
@@ -33,9 +34,7 @@ class ConfigurationTabWidget final : public QWidget {
 
   private:
     QPushButton* command(const char* name, std::string_view pair, std::string_view tip,
-                         std::function<void(ImExport&)> click);
-    QPushButton* side_command(const char* name, std::string_view pair, std::string_view tip,
-                              std::function<void(ImExport&, ConfigurationSide)> click);
+                         std::function<void()> click);
     void make_write_commands();
     void make_read_commands();
     void make_grid();
