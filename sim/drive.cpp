@@ -87,6 +87,18 @@ void Drive::provoke_fault(std::uint16_t word1, std::uint16_t word2) {
     parts_->motion.raise(word1, word2);
 }
 
+void Drive::set_fault_causes(std::uint16_t word1, std::uint16_t word2) {
+    parts_->motion.set_causes(word1, word2);
+}
+
+std::uint16_t Drive::fault_causes1() const {
+    return parts_->motion.causes1();
+}
+
+std::uint16_t Drive::fault_causes2() const {
+    return parts_->motion.causes2();
+}
+
 void Drive::set_load_torque(double newton_metres) {
     parts_->motion.set_load_torque(newton_metres);
 }

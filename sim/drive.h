@@ -81,6 +81,12 @@ class Drive {
     // others are latched until a fault reset.
     void provoke_fault(std::uint16_t word1, std::uint16_t word2 = 0);
 
+    // Causes of fault bits that stand until they are taken away by another call: a reset does not
+    // clear them, a restart finds them again. In force within a millisecond.
+    void set_fault_causes(std::uint16_t word1, std::uint16_t word2);
+    std::uint16_t fault_causes1() const;
+    std::uint16_t fault_causes2() const;
+
     // Torque of the machine against the motor's positive direction, in Nm; stays until the next
     // call.
     void set_load_torque(double newton_metres);

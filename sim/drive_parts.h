@@ -17,6 +17,7 @@
 #include "sim/object_ids.h"
 #include "sim/object_server.h"
 #include "sim/object_table.h"
+#include "sim/pdo.h"
 #include "sim/recorder.h"
 #include "sim/service_commands.h"
 #include "sim/supervision.h"
@@ -66,6 +67,7 @@ struct Drive::Parts {
     Motion motion{table, supervision, history, recorder};
     LiveValues live;
     ServiceCommands commands{table, memory};
+    PdoSetup pdos{table};
     InstalledFirmware firmware{table, memory};
     Bootloader bootloader{options.boot, firmware, statistics};
     ObjectServer server{table, [this](dictionary::Identity object) { return gate(object); }};

@@ -6,6 +6,7 @@
 
 #include "sim/digital_io.h"
 #include "sim/drive.h"
+#include "sim/fault_lines.h"
 #include "sim/text.h"
 
 namespace servo::sim {
@@ -22,6 +23,12 @@ constexpr std::string_view kHelp =
     "din PIN pulse MS    input PIN has the other level for MS milliseconds\n"
     "din LEVELS          all inputs as eight digits, input 8 first\n"
     "din                 shows inputs and outputs\n"
+    "fault WORD BITS     bits of fault word 1 or 2, hexadecimal, have a cause from now on\n"
+    "fault WORD BITS once  a cause that comes and goes\n"
+    "fault clear [WORD BITS]  the causes are gone, all or these\n"
+    "fault               shows fault words, masks and causes\n"
+    "load NM             torque of the machine against the motor\n"
+    "clamp on|off        the load is held, is let go\n"
     "help                shows this";
 
 std::vector<std::string_view> words_of(std::string_view line) {
@@ -80,6 +87,8 @@ LineAnswer obey_line(Drive& drive, std::string_view line) {
     const std::vector<std::string_view> words = words_of(line);
     if (words.empty() || words[0].front() == '#') return {};
     if (words.size() == 1 && words[0] == "help") return {true, std::string(kHelp)};
+    if (words[0] == "fault") return obey_fault(drive, words);
+    if (words[0] == "load" || words[0] == "clamp") return obey_load(drive, words);
     if (words[0] != "din" || words.size() > 4) {
         return wrong(fmt::format("{}: not understood, see help", line));
     }

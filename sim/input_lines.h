@@ -1,12 +1,13 @@
-// Lines of text that move the pins of a running drive, as its program reads them from standard
-// input:
+// Lines of text for a running drive, as its program reads them from standard input. Those that
+// move its pins:
 //
 //   din 3 1         input 3 goes high
 //   din 3 0         input 3 goes low
 //   din 5 pulse 50  input 5 has the other level for 50 ms
 //   din 00000101    all inputs, input 8 first
 //   din             shows inputs and outputs
-//   help
+//
+// those of fault_lines.h, and "help".
 #pragma once
 
 #include <cstdint>

@@ -229,7 +229,11 @@ void Motion::slow_watch(double seconds) {
         parameters_.over_speed.value > 0 &&
         std::abs(speed_raw(axis_.speed())) > static_cast<double>(parameters_.over_speed.value);
     readings.motor_data_wrong = motor_.wrong;
-    if (motor_error()) readings.causes1 = fault1::kMotorTemperature;
+    if (state_ != DriveState::kNotReady) {
+        readings.causes1 = causes1_;
+        readings.causes2 = causes2_;
+    }
+    if (motor_error()) readings.causes1 |= fault1::kMotorTemperature;
     const bool was_faulty = supervision_.faulty();
     const Reaction reaction = supervision_.look(readings, seconds);
     if (reaction != Reaction::kNone) react(reaction);

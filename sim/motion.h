@@ -36,6 +36,14 @@ class Motion : public Subsystem {
 
     // Fault bits from elsewhere.
     void raise(std::uint16_t word1, std::uint16_t word2);
+    // Causes of fault bits that are not in the model, a broken wire for one. Seen with the next look
+    // while the drive has power; they stand over resets and restarts.
+    void set_causes(std::uint16_t word1, std::uint16_t word2) {
+        causes1_ = word1;
+        causes2_ = word2;
+    }
+    std::uint16_t causes1() const { return causes1_; }
+    std::uint16_t causes2() const { return causes2_; }
 
     DigitalInputs& inputs() { return io_.inputs; }
     const DigitalInputs& inputs() const { return io_.inputs; }
@@ -198,6 +206,8 @@ class Motion : public Subsystem {
     bool homed_ = false;
     bool homing_failed_ = false;
     bool home_when_enabled_ = false;  // not yet enabled since power-up
+    std::uint16_t causes1_ = 0;
+    std::uint16_t causes2_ = 0;
     double load_torque_ = 0.0;
     bool load_held_ = false;
     bool disturbed_ = true;  // something changed that may set a shaft at rest in motion

@@ -54,6 +54,13 @@ bool control_parameters(dictionary::Identity id) {
     return !motor(id) && !communication_parameters(id);
 }
 
+// The command that stores the control parameters takes the communication's along: who has set a
+// rate or a PDO by its window has no other command at hand. A reset leaves them, or the line to
+// the drive would be gone with it.
+bool stored_with_control(dictionary::Identity id) {
+    return !motor(id);
+}
+
 // The group of a sub-index of 1010 and 1011.
 constexpr std::array kGroups{everything, communication, standard, maker};
 
@@ -153,7 +160,7 @@ Abort ServiceCommands::control_command(const Object& object, std::int64_t value)
     }
     if (value != kStoreGroup) return Abort::kRange;
     if (object.id == ids::kMotorParameters) return save(motor);
-    return save(object.id == ids::kControlParameters ? control_parameters
+    return save(object.id == ids::kControlParameters ? stored_with_control
                                                      : communication_parameters);
 }
 

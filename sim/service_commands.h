@@ -2,7 +2,8 @@
 //
 //   1010:01..04 := "save"   all, communication, standard or maker's objects into memory
 //   1011:01..04 := "load"   the same groups' factory values into memory; in force after a restart
-//   2FF0:01 := 1 or 10      store the control parameters; reset them to their factory values
+//   2FF0:01 := 1 or 10      store the control parameters, and the communication's with them; reset
+//                           the control parameters to their factory values
 //   2FF0:02, :03 := 1       store the communication, the motor parameters
 //   2FFF:00 := 0xAA55       restart; 0x55AA: restart into the bootloader
 #pragma once

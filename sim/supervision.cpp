@@ -149,7 +149,9 @@ std::uint16_t Supervision::causes1(const Readings& r) const {
 Reaction Supervision::look(const Readings& readings, double seconds) {
     warm_up(readings, seconds);
     standing1_ = causes1(readings);
-    standing2_ = readings.motor_data_wrong && readings.powered ? fault2::kMotorSetup : 0;
+    const bool set_up_wrong = readings.motor_data_wrong && readings.powered;
+    standing2_ =
+        static_cast<std::uint16_t>((set_up_wrong ? fault2::kMotorSetup : 0U) | readings.causes2);
     if (readings.over_speed && (mask1_.value & fault1::kExtended) == 0) {
         extended_ = static_cast<std::uint16_t>(extended_ | extended::kOverSpeed);
     }
@@ -159,8 +161,8 @@ Reaction Supervision::look(const Readings& readings, double seconds) {
 
 // Faults that are set to reset themselves go with their cause.
 void Supervision::reset_self() {
-    const unsigned stay1 = unsigned{standing1_} | provoked1_;
-    const unsigned stay2 = unsigned{standing2_} | provoked2_;
+    const unsigned stay1 = seen1() | provoked1_;
+    const unsigned stay2 = seen2() | provoked2_;
     word1_ = static_cast<std::uint16_t>(word1_ & ~(self1_.value & ~stay1));
     word2_ = static_cast<std::uint16_t>(word2_ & ~(self2_.value & ~stay2));
     if (!faulty()) reset();
@@ -193,8 +195,8 @@ bool Supervision::take_news() {
 bool Supervision::reset() {
     provoked1_ = 0;
     provoked2_ = 0;
-    word1_ = static_cast<std::uint16_t>(word1_ & standing1_);
-    word2_ = static_cast<std::uint16_t>(word2_ & standing2_);
+    word1_ = static_cast<std::uint16_t>(word1_ & seen1());
+    word2_ = static_cast<std::uint16_t>(word2_ & seen2());
     if ((word1_ & fault1::kExtended) == 0) extended_ = 0;
     if (!faulty()) error_code_ = 0;
     return !faulty();

@@ -47,7 +47,8 @@ struct Readings {
     bool following_error = false;  // too large for too long
     bool over_speed = false;
     bool motor_data_wrong = false;
-    std::uint16_t causes1 = 0;  // that stand outside, as digital inputs tell
+    std::uint16_t causes1 = 0;  // that stand outside the model, such as a digital input's
+    std::uint16_t causes2 = 0;
 };
 
 class Supervision : public Subsystem {
@@ -65,7 +66,8 @@ class Supervision : public Subsystem {
     // the faults are set to reset themselves, or nobody would ever see them.
     Reaction provoke(std::uint16_t word1, std::uint16_t word2);
 
-    // Clears what no longer has a cause. True when nothing is left.
+    // Clears what no longer has a cause, or has one that is masked by now. True when nothing is
+    // left.
     bool reset();
 
     // Between the limits of too little and too much.
@@ -96,6 +98,9 @@ class Supervision : public Subsystem {
     void warm_up(const Readings& readings, double seconds);
     std::uint16_t causes1(const Readings& readings) const;
     void reset_self();
+    // Causes that stand and are seen.
+    unsigned seen1() const { return standing1_ & ~static_cast<unsigned>(mask1_.value); }
+    unsigned seen2() const { return standing2_ & ~static_cast<unsigned>(mask2_.value); }
     std::uint8_t error_register() const;
 
     Object& mask1_;
