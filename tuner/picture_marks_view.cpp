@@ -51,7 +51,7 @@ class Marker {
 
   private:
     void dot(const SceneMark& mark, bool filled) {
-        const QPointF at = frame_.at(mark.at);
+        const QPointF at = inside(mark.at, scene_.gain, 0.0);
         painter_.setPen(QPen(colour_, 1.6));
         painter_.setBrush(filled ? colour_ : QColor(palette::kPicture));
         painter_.drawEllipse(at, kRadius, kRadius);
@@ -60,8 +60,8 @@ class Marker {
     }
 
     void span(const SceneMark& mark, const SceneArea& area) {
-        const QPointF at = frame_.at(mark.at);
-        const QPointF to(at.x(), frame_.y(mark.to_y));
+        const QPointF at = inside(mark.at, area, 0.0);
+        const QPointF to = inside({mark.at.x, mark.to_y}, area, 0.0);
         painter_.setPen(QPen(colour_, 1.6));
         painter_.drawLine(at, to);
         for (const QPointF& end : {at, to})
@@ -72,7 +72,8 @@ class Marker {
 
     // `down` is 1 for a tip that points down.
     void tip(const SceneMark& mark, qreal down) {
-        const QPointF at = frame_.at(mark.at) + QPointF(0.0, down * kGapToText);
+        const QPointF at = inside(mark.at, scene_.gain, 1.4 * kTip + metrics_.height()) +
+                           QPointF(0.0, down * kGapToText);
         const QPolygonF shape{
             {at, at + QPointF(-kTip, down * 1.4 * kTip), at + QPointF(kTip, down * 1.4 * kTip)}};
         colour_ = QColor(palette::kPeak);
@@ -82,6 +83,14 @@ class Marker {
         const qreal beside = at.y() + down * 1.4 * kTip + (down < 0.0 ? -metrics_.height() : 0.0);
         text(mark, QPointF(at.x() - metrics_.horizontalAdvance(to_qt(mark.text)) / 2.0, beside),
              down, scene_.gain);
+    }
+
+    // What lies outside of its area is marked at the edge, so far from it.
+    QPointF inside(ScenePoint point, const SceneArea& area, qreal margin) const {
+        const QPointF at = frame_.at(point);
+        const qreal top = frame_.y(area.top) + margin;
+        const qreal bottom = frame_.y(area.bottom) - margin;
+        return {at.x(), std::clamp(at.y(), top, std::max(top, bottom))};
     }
 
     // Beside its place, or further up or down where another text stands already.

@@ -49,6 +49,11 @@ void PictureWidget::show_choices() {
     update();
 }
 
+void PictureWidget::set_hint(const QString& hint) {
+    hint_ = hint;
+    update();
+}
+
 Surface PictureWidget::surface() const {
     return surface_of(width(), height(), data_.choices);
 }
@@ -62,6 +67,10 @@ void PictureWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawImage(QPointF(0, 0), image_.image(size(), devicePixelRatioF()));
     Q_EMIT drawn();
+    if (image_.scene().curves.empty() && !data_.analysed) {
+        painter.setPen(QColor(params::palette::kMutedText));
+        painter.drawText(rect().adjusted(0, 0, 0, -height() / 2), Qt::AlignCenter, hint_);
+    }
     paint_overlay(painter, image_.scene(), {}, overlay_, font());
     if (!hasFocus()) return;
     painter.setPen(QColor(params::palette::kAccent));

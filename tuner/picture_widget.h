@@ -21,6 +21,9 @@ class PictureWidget final : public QWidget {
     // Only choices have changed: the marks hold.
     void show_choices();
 
+    // Said where there is nothing to draw yet.
+    void set_hint(const QString& hint);
+
     const PictureMarks& marks() const { return image_.marks(); }
     // The scene as it stands at the size of now.
     const PictureScene& scene();
@@ -56,6 +59,7 @@ class PictureWidget final : public QWidget {
     const TunerData& data_;
     PictureImage image_;
     PictureOverlay overlay_;
+    QString hint_;
 };
 
 }  // namespace servo::tuner

@@ -103,6 +103,8 @@ QLineEdit* make_number_box(QWidget* parent, std::string_view name, int character
     box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     const int width = box->fontMetrics().horizontalAdvance(QLatin1Char('0')) * characters;
     box->setMinimumWidth(width + kBoxPadding);
+    // As wide as there is room, and no reason to make room.
+    box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return box;
 }
 

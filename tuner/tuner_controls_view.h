@@ -94,6 +94,8 @@ class PickList final : public QComboBox {
 
     // The items in another language; the position stays.
     void show_items(const std::vector<std::string_view>& items);
+    // The widest item is shown whole; some styles are a pixel or two short of that.
+    QSize sizeHint() const override { return QComboBox::sizeHint() + QSize(2, 0); }
     QSize minimumSizeHint() const override { return sizeHint(); }
 
   protected:

@@ -34,6 +34,8 @@ constexpr base::Text kPictureKeys{
     "方向键移动十字线，Ctrl 加速；PageUp、PageDown 跳到标记；Home、End 到两端；Esc 收起",
     "Arrow keys move the cross, Ctrl moves it faster; Page Up and Page Down go to the marks, Home "
     "and End to the ends; Esc puts the cross away"};
+constexpr base::Text kPictureHint{"启动扫频，或加载 .bode 文件",
+                                  "Start a scan, or load a .bode file"};
 constexpr base::Text kLoadTitle{"加载扫频结果", "Load a scan"};
 constexpr base::Text kSaveTitle{"保存扫频结果", "Save the scan"};
 constexpr base::Text kPictureTitle{"保存图片", "Save the picture"};
@@ -231,6 +233,7 @@ void TunerWindow::change_meform_language() {
     step_->apply_language(language);
     margins_->show_figures(frame_->picture().marks().figures, tuner_.data().simulation.points > 0,
                            language);
+    frame_->picture().set_hint(to_qt(kPictureHint.in(language)));
     frame_->picture().setAccessibleName(to_qt(kPictureName.in(language)));
     frame_->picture().setAccessibleDescription(to_qt(kPictureKeys.in(language)));
     refresh_now();

@@ -111,6 +111,22 @@ TEST_F(PictureTest, PageKeysGoFromMarkToMark) {
     EXPECT_EQ(picture().overlay().at.x, first) << "around";
 }
 
+// What lies below its area is marked inside of it.
+TEST_F(PictureTest, AMarkBelowTheAreaIsDrawnAtItsEdge) {
+    load();
+    choose("Combo2", 1);
+    window.refresh_now();
+    const QImage with = picture().grab().toImage();
+    const SceneArea area = scene().gain;
+    int red = 0;
+    for (int y = area.bottom / kUnitsPerPixel; y < with.height(); ++y)
+        for (int x = 0; x < with.width(); ++x) {
+            const QColor colour = with.pixelColor(x, y);
+            if (colour.red() > 140 && colour.green() < 80 && colour.blue() < 60) ++red;
+        }
+    EXPECT_EQ(red, 0);
+}
+
 TEST_F(PictureTest, DrawingTakesTheRedrawFlagsBack) {
     load();
     window.refresh_now();
