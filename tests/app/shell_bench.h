@@ -13,6 +13,7 @@
 #include "../params/test_page_support.h"
 #include "app/workstation.h"
 #include "base/file.h"
+#include "base/gbk.h"
 #include "params/page_table.h"
 #include "params/tabbed_page.h"
 #include "support/direct_port.h"
@@ -59,8 +60,8 @@ class ProgramFolder {
         for (const std::string& name : page_files())
             write(name, "head\r\nhead\r\nmode 606000\r\nposition 606300\r\nspeed 60FF00\r\n");
         write("modbus.txt", "606000,a,0x1234\r\nEND\r\n");
-        write("sys/DigitIOSettings.ini",
-              "[DigitIN]\r\nA,Enable,0001\r\n[DigitOUT]\r\nB,Ready,0001\r\n");
+        write("sys/DigitIOSettings.ini", base::utf8_to_gbk("[DigitIN]\r\n使能,Enable,0001\r\n"
+                                                           "[DigitOUT]\r\n就绪,Ready,0001\r\n"));
         write("sys/sys.ini", "[sys]\r\nlang=0\r\n[com]\r\ncomid=COM1\r\n");
     }
 
