@@ -62,7 +62,7 @@ void find_loops(Flow& flow) {
         if (loop.size() < 2) continue;
         // Told from where the table comes in, or from the lowest step.
         if (!flow.step(loop.front()).reached)
-            std::ranges::rotate(loop, std::ranges::min_element(loop));
+            std::rotate(loop.begin(), std::ranges::min_element(loop), loop.end());
         flow.loops.push_back(std::move(loop));
     }
 }
