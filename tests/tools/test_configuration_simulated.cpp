@@ -137,14 +137,18 @@ TEST(ShippedTemplate, ChangesComeBackExactlyAndNothingElse) {
 }
 
 TEST(ShippedTemplate, OnALineWithFaultsToo) {
-    Simulated bench({.drop = 0.05, .corrupt = 0.05});
+    sim::LineFaults faults;
+    faults.drop = 0.05;
+    faults.corrupt = 0.05;
+    Simulated bench(faults);
     bench.read();
     EXPECT_EQ(bench.form.Label8(), "Finished! Fail:0");
     for (const DriverRow& row : bench.form.data().driver) {
         const auto key = *row_key(row.Index);
-        const std::int64_t value = bench.drive->drive().value(dictionary::identity_of(key));
+        const auto value = bench.drive->drive().value(dictionary::identity_of(key));
+        ASSERT_TRUE(value) << row.Index;
         const std::uint32_t mask = (key & 0xFF) == 4 ? 0xFFFFFFFFU : (1U << (8 * (key & 0xFF))) - 1;
-        EXPECT_EQ(row.Driver_Value, std::to_string(static_cast<std::uint32_t>(value) & mask))
+        EXPECT_EQ(row.Driver_Value, std::to_string(static_cast<std::uint32_t>(*value) & mask))
             << row.Index;
     }
 }
