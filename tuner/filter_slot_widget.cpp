@@ -161,6 +161,7 @@ void FilterSlotWidget::refresh() {
 void FilterSlotWidget::apply_language(base::Language language) {
     texts_.apply(language);
     std::vector<std::string_view> names;
+    names.reserve(kTypes);
     for (int i = 0; i < kTypes; ++i)
         names.push_back(filter_type_texts(i).name.in(language));
     kind_->show_items(names);

@@ -110,8 +110,9 @@ class Marker {
         const QRectF first = place;
         for (int i = 1; i <= kMostShifts && std::ranges::any_of(taken_, touches); ++i) {
             // Alternately further that way and back.
-            const qreal steps = (i + 1) / 2 * (i % 2 == 1 ? way : -way);
-            place = into(first.translated(0.0, steps * metrics_.height()));
+            const int steps = (i + 1) / 2;
+            const qreal there = i % 2 == 1 ? way : -way;
+            place = into(first.translated(0.0, steps * there * metrics_.height()));
         }
         taken_.push_back(place);
         painter_.fillRect(place.adjusted(-1, 0, 1, 0), QColor::fromRgba(palette::kMarkBack));

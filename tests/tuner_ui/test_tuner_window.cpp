@@ -98,6 +98,7 @@ TEST_F(TunerWindowTest, TypesFollowTheLanguageAndKeepTheirChoice) {
     EXPECT_EQ(text("Combo1"), "陷波滤波器");
     auto& list = control<QComboBox>("Combo7");
     std::vector<std::string> items;
+    items.reserve(6);
     for (int i = 0; i < list.count(); ++i)
         items.push_back(list.itemText(i).toStdString());
     EXPECT_EQ(items, (std::vector<std::string>{"一阶低通滤波器", "二阶低通滤波器", "陷波滤波器",
