@@ -9,10 +9,6 @@ namespace {
 constexpr std::array<link::WireKey, 2> kMaskKeys{0x26050102, 0x26050402};
 constexpr int kUnsigned16 = 2;
 
-constexpr std::uint16_t bit(int fault) {
-    return static_cast<std::uint16_t>(1U << static_cast<unsigned>(bit_of(fault)));
-}
-
 }  // namespace
 
 Errors::Errors(link::Engine& engine, const base::Language& language)
@@ -24,17 +20,9 @@ Errors::~Errors() {
     engine_.remove_listener(*this);
 }
 
-bool Errors::lamp(int fault) const {
-    return (words_[index(word_of(fault))] & bit(fault)) != 0;
-}
-
-bool Errors::Check1(int fault) const {
-    return (masks_[index(word_of(fault))] & bit(fault)) != 0;
-}
-
 void Errors::Check1_Click(int fault) {
     const std::size_t word = index(word_of(fault));
-    masks_[word] = static_cast<std::uint16_t>(masks_[word] ^ bit(fault));
+    masks_[word] = static_cast<std::uint16_t>(masks_[word] ^ fault_mask(fault));
     engine_.sendata2(kMaskKeys[word], masks_[word], 0);
     tell();
 }
@@ -46,12 +34,19 @@ std::vector<int> Errors::active() const {
     return faults;
 }
 
+std::vector<int> Errors::masked() const {
+    std::vector<int> faults;
+    for (int fault = 0; fault < kFaultBits; ++fault)
+        if (Check1(fault)) faults.push_back(fault);
+    return faults;
+}
+
 void Errors::fault_word(int word, std::uint16_t value) {
     const std::size_t at = index(word);
-    if (words_[at] == value && words_known_) return;
+    if (words_[at] == value && news_ == FaultNews::kLive) return;
     words_[at] = value;
     texts_[at] = fmt::format("{:04X}", value);
-    words_known_ = true;
+    news_ = FaultNews::kLive;
     tell();
 }
 
@@ -68,7 +63,7 @@ void Errors::lane1_answer(link::Identity object, const link::Payload& payload) {
 
 void Errors::link_changed(bool /*open*/) {
     known_ = {};
-    words_known_ = false;
+    if (news_ == FaultNews::kLive) news_ = FaultNews::kStale;
     tell();
 }
 

@@ -1,5 +1,7 @@
 #include "tools/fault_table.h"
 
+#include <fmt/format.h>
+
 #include <array>
 
 namespace servo::tools {
@@ -10,8 +12,8 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
     // Word 1
     {{"扩展错误", "Extended error"},
      {"扩展故障字 2603 中有位置位，如失速、超速或找原点失败。",
-      "A bit of the extended fault word 2603 is set, such as loss of speed, overspeed or a homing "
-      "that failed."},
+      "A bit of the extended fault word 2603 is set, such as loss of speed, overspeed or a "
+      "homing that failed."},
      {"读取 2603，按其中的位处理。", "Read 2603 and follow what its bits say."}},
     {{"编码器ABZ故障或通信故障", "Encoder ABZ or encoder communication"},
      {"编码器电缆断线、接触不良、干扰，或编码器型号设置错误。",
@@ -19,8 +21,7 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
       "data."},
      {"检查插头、屏蔽层和电缆长度；核对电机参数中的编码器类型；更换电缆试验。",
       "Check plugs, shield and length of the cable; compare the encoder kind in the motor data; "
-      "try "
-      "another cable."}},
+      "try another cable."}},
     {{"编码器UVW故障或内部故障", "Encoder UVW or Encoder\ninternal"},
      {"换相信号缺失或顺序错误，或编码器报告内部错误。",
       "A commutation signal is missing or out of order, or the encoder reports a fault of its "
@@ -32,9 +33,8 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
       "Interference on the encoder's signals, counts per turn that do not fit the resolution, or "
       "check errors of its protocol."},
      {"动力线与编码器线分开走线，屏蔽层两端接地；核对编码器分辨率 6410:03。",
-      "Lay power and encoder cables apart, ground the shield at both ends; compare the resolution "
-      "in "
-      "6410:03."}},
+      "Lay power and encoder cables apart, ground the shield at both ends; compare the "
+      "resolution in 6410:03."}},
     {{"Driver Over Temperature", "Driver Over Temperature"},
      {"驱动器功率部分过热：环境温度高、风道堵塞或长期过载。",
       "The power stage is too hot: hot surroundings, a blocked air path, or overload for long."},
@@ -43,8 +43,7 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
     {{"驱动器总线电压过高", "Bus voltage too high"},
      {"减速时能量回馈，制动电阻缺失或过大，或输入电压过高。",
       "Energy comes back while braking and the brake resistor is missing or too large, or the "
-      "supply "
-      "is too high."},
+      "supply is too high."},
      {"接入合适的制动电阻并设置其阻值和功率；延长减速时间；测量输入电压。",
       "Fit a suitable brake resistor and set its value and power; brake more slowly; measure the "
       "supply."}},
@@ -57,8 +56,7 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
       "A short circuit in the motor cable or motor, also to earth, or a damaged power stage."},
      {"断电后拆下电机线测量绝缘；不接电机时仍报警则更换驱动器。",
       "Switch off, take the motor cable off and measure its insulation; if it comes without a "
-      "motor, "
-      "replace the drive."}},
+      "motor, replace the drive."}},
     {{"驱动器制动电阻异常", "Brake resistor"},
      {"制动电阻超过其功率，断线，或参数与实物不符。",
       "The brake resistor has more power to bear than it can, is broken, or its data are wrong."},
@@ -66,21 +64,18 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
       "Check the resistor and 6510:07 to 6510:09; use one for more power."}},
     {{"实际跟踪误差超过允许", "Following error"},
      {"位置跟不上指令：机械卡住、增益过低、电流受限或指令太快。",
-      "The position cannot follow: something is stuck, gains are too low, the current is limited, "
-      "or "
-      "the command is too fast."},
+      "The position cannot follow: something is stuck, gains are too low, the current is "
+      "limited, or the command is too fast."},
      {"用示波器观察误差和电流；检查机械；调整增益和前馈；必要时增大 6065。",
       "Watch error and current on the scope; check the mechanics; tune gains and feed-forward; "
-      "raise "
-      "6065 if the error is wanted."}},
+      "raise 6065 if the error is wanted."}},
     {{"逻辑电压", "Logic voltage"},
      {"控制电源低于允许值。", "The logic supply is below its limit."},
      {"测量 24 V 电源及其负载。", "Measure the 24 V supply under load."}},
     {{"I^2*T故障", "I^2*T"},
      {"电流长时间高于额定值：过载、卡住、制动器未打开，或额定电流设置过低。",
       "The current was above the rated one for too long: overload, something stuck, a brake that "
-      "is "
-      "still closed, or a rated current that is set too low."},
+      "is still closed, or a rated current that is set too low."},
      {"检查负载和制动器；核对 6410:08；冷却后复位。",
       "Check load and brake; compare 6410:08; reset when it has cooled down."}},
     {{"输入脉冲频率过高", "Input pulse frequency too high"},
@@ -99,8 +94,7 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
       "encoder differ from the settings."},
      {"检查电机相序；松开制动器后重新励磁；核对电机型号。",
       "Check the order of the phases; let the motor commutate again with the brake open; compare "
-      "the "
-      "motor type."}},
+      "the motor type."}},
     {{"EEPROM内部错误", "EEPROM internal"},
      {"存储的参数损坏，或存储器无法写入。",
       "Stored parameters are damaged, or the memory cannot be written."},
@@ -180,10 +174,45 @@ constexpr std::array<Fault, kFaultBits> kFaults{{
       "Switch off and on while the motor stands still; if it comes back, replace the drive."}},
 }};
 
+// What the reduced product calls some of them.
+struct ReducedCaption {
+    int fault;
+    base::Text caption;
+};
+constexpr std::array<ReducedCaption, 6> kReducedCaptions{{
+    {1, {"编码器未连接", "Encoder not connected"}},
+    {2, {"编码器内部故障", "Encoder internal"}},
+    {3, {"编码器CRC故障", "Encoder CRC"}},
+    {4, {"驱动器温度过高", "Controller Temperature"}},
+    {11, {"电机或控制器IIt故障", "Motor or Controller IIt"}},
+    {14, {"编码器信息错误", "Encoder information"}},
+}};
+
 }  // namespace
 
 std::span<const Fault, kFaultBits> fault_table() {
     return kFaults;
+}
+
+base::Text fault_caption(int fault, dictionary::Variant variant) {
+    if (variant == dictionary::Variant::kReduced) {
+        for (const ReducedCaption& renamed : kReducedCaptions)
+            if (renamed.fault == fault) return renamed.caption;
+    }
+    return kFaults.at(static_cast<std::size_t>(fault)).caption;
+}
+
+std::string fault_caption_line(int fault, dictionary::Variant variant, base::Language language) {
+    std::string line;
+    for (const char character : fault_caption(fault, variant).in(language)) {
+        const char next = character == '\n' ? ' ' : character;
+        if (next != ' ' || !line.ends_with(' ')) line += next;
+    }
+    return line;
+}
+
+std::string fault_mask_text(int fault) {
+    return fmt::format("{:04X}", fault_mask(fault));
 }
 
 }  // namespace servo::tools

@@ -2,10 +2,12 @@
 // them. The error table document is made from the same list.
 #pragma once
 
+#include <cstdint>
 #include <span>
-#include <string_view>
+#include <string>
 
 #include "base/language.h"
+#include "dictionary/store.h"
 
 namespace servo::tools {
 
@@ -18,6 +20,11 @@ struct Fault {
 };
 std::span<const Fault, kFaultBits> fault_table();
 
+// The caption in the product variant.
+base::Text fault_caption(int fault, dictionary::Variant variant);
+// The same in one line: some have two, and the second may begin with a blank.
+std::string fault_caption_line(int fault, dictionary::Variant variant, base::Language language);
+
 // The parts of a bit's place in the table.
 constexpr int word_of(int fault) {
     return fault < kFaultBits / 2 ? 1 : 2;
@@ -25,5 +32,10 @@ constexpr int word_of(int fault) {
 constexpr int bit_of(int fault) {
     return fault % (kFaultBits / 2);
 }
+// The bit in its word, and as four digits: "0400".
+constexpr std::uint16_t fault_mask(int fault) {
+    return static_cast<std::uint16_t>(1U << static_cast<unsigned>(bit_of(fault)));
+}
+std::string fault_mask_text(int fault);
 
 }  // namespace servo::tools

@@ -3,21 +3,35 @@
 // memory.
 #pragma once
 
-#include <array>
-#include <string_view>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
 
 #include "base/language.h"
 #include "link/engine.h"
+#include "link/listeners.h"
 #include "link/window.h"
+#include "tools/drive_commands_restart.h"
 
 namespace servo::tools {
 
-class InitSave final : public link::Window {
+// In the order of the buttons Command1 to Command5.
+enum class InitSaveCommand : std::uint8_t {
+    kStoreControl,
+    kStoreMotor,
+    kResetControl,
+    kRestart,
+    kRestartAlone,
+};
+inline constexpr int kInitSaveCommands = 5;
+
+class InitSave final : public link::Window, private link::StatusListener {
   public:
     static constexpr int kLockMilliseconds = 3200;
 
-    InitSave(link::Engine& engine, const base::Language& language)
-        : link::Window("InitSave"), engine_(engine), language_(language) {}
+    InitSave(link::Engine& engine, const base::Language& language);
+    ~InitSave() override;
 
     base::Language language() const { return language_; }
 
@@ -25,18 +39,41 @@ class InitSave final : public link::Window {
     void Command2_Click();  // store the motor parameters
     void Command3_Click();  // reset the control parameters
     void Command4_Click();  // restart
-    void Command5_Click();  // restart, without the resets; no lock
+    void Command5_Click();  // restart, without the resets; no lock of its own
     void Timer1_Timer();    // once, kLockMilliseconds behind a command
 
-    // Command1 to Command4 are disabled, and Timer1 runs.
+    // Command1 to Command4 are disabled, and Timer1 runs. A restart would cut the drive's writing
+    // short, so Command5 waits as well.
     bool locked() const { return locked_; }
 
+    // --- Additions
+    // What remains of the lock; 0 without one.
+    std::chrono::milliseconds lock_left() const;
+    // The last command, and whether its frame was handed to an open link.
+    std::optional<InitSaveCommand> last() const { return last_; }
+    bool last_left() const { return last_left_; }
+    const RestartWatch& restart() const { return restart_; }
+    // Looks for a sign of the restarted drive; a few times a second while restart().watching().
+    void look();
+
+    // Called after any change.
+    std::function<void()> changed;
+
   private:
-    void lock() { locked_ = true; }
+    void run(InitSaveCommand command);
+    void send(InitSaveCommand command);
+    void link_changed(bool open) override;
+    void tell() const {
+        if (changed) changed();
+    }
 
     link::Engine& engine_;
     const base::Language& language_;
     bool locked_ = false;
+    std::chrono::microseconds locked_at_{0};
+    std::optional<InitSaveCommand> last_;
+    bool last_left_ = false;
+    RestartWatch restart_;
 };
 
 }  // namespace servo::tools

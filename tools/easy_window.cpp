@@ -1,0 +1,112 @@
+#include "tools/easy_window.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "tools/easy.h"
+#include "tools/easy_application_widget.h"
+#include "tools/easy_control_widget.h"
+#include "tools/easy_grid_view.h"
+
+namespace servo::tools {
+
+using namespace form;
+
+namespace {
+
+constexpr int kFieldWidth = 180;
+
+}  // namespace
+
+EasyWindow::EasyWindow(const base::Language& language, QWidget* parent)
+    : QWidget(parent), language_(language) {
+    setObjectName(QStringLiteral("EASY1"));
+    setProperty("Tag", qt(easy::kCaption));
+    setWindowTitle(qt(easy::kCaption));
+    lay_out();
+    connect(Combo1_, &QComboBox::currentIndexChanged, Frame1_, &EasyControlWidget::show_method);
+    tips_.add(Command1_, easy::button_tip());
+    apply_language();
+}
+
+QWidget* EasyWindow::make_motor() {
+    auto* motor = new QWidget(this);
+    auto* grid = new QGridLayout(motor);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(kGap);
+    grid->setVerticalSpacing(kGap);
+    grid->addWidget(make_label(motor, QStringLiteral("Label1"), "电机型号/Motor type"), 0, 0);
+    Text1_ = new QLineEdit(motor);
+    Text1_->setObjectName(QStringLiteral("Text1"));
+    Text1_->setFixedWidth(kFieldWidth);
+    grid->addWidget(Text1_, 0, 1);
+    grid->addWidget(
+        make_label(motor, QStringLiteral("Label18"), "电机位置分辨率/Motor position resolution"), 1,
+        0);
+    grid->addWidget(make_value(motor, QStringLiteral("Label19"), "65536"), 1, 1);
+    grid->addWidget(
+        make_label(motor, QStringLiteral("Label11"), "请选择控制方式/Select Control Method"), 2, 0);
+    Combo1_ = new ListBox(motor, QStringLiteral("Combo1"));
+    for (const easy::Method& method : easy::methods())
+        Combo1_->addItem(qt(method.item));
+    Combo1_->setFixedWidth(kFieldWidth);
+    grid->addWidget(Combo1_, 2, 1);
+    grid->setColumnStretch(2, 1);
+    return motor;
+}
+
+QWidget* EasyWindow::make_pins() {
+    auto* pins = new QWidget(this);
+    auto* column = new QVBoxLayout(pins);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(kGap);
+    QLabel* heading =
+        make_text(pins, QStringLiteral("Label12"),
+                  "此控制方式下IO功能默认定义如下/The default IO function according to the control "
+                  "method as follow:");
+    MSHFlexGrid1_ = new EasyGrid(pins);
+    Command1_ =
+        make_command(pins, QStringLiteral("Command1"), "激活以上设置/Active all the settings");
+    column->addWidget(heading);
+    column->addWidget(MSHFlexGrid1_);
+    column->addStretch();
+    column->addWidget(Command1_);
+    return pins;
+}
+
+void EasyWindow::lay_out() {
+    QLabel* note = make_text(this, QStringLiteral("LabelQ"), easy::note());
+    set_weight(note, Weight::kQuiet);
+    QWidget* motor = make_motor();
+    Frame1_ = new EasyControlWidget(this);
+    Frame5_ = new EasyApplicationWidget(this);
+    QWidget* pins = make_pins();
+    auto* left = new QVBoxLayout;
+    left->setSpacing(kGap);
+    left->addWidget(motor);
+    left->addWidget(Frame1_, 1);
+    left->addWidget(Frame5_);
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(2 * kGap);
+    columns->addLayout(left, 1);
+    columns->addWidget(pins);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(2 * kGap, 2 * kGap, 2 * kGap, 2 * kGap);
+    layout->setSpacing(kGap);
+    layout->addWidget(note);
+    layout->addLayout(columns, 1);
+}
+
+void EasyWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange) apply_language();
+    QWidget::changeEvent(event);
+}
+
+void EasyWindow::apply_language() {
+    tips_.apply(language_);
+    Frame5_->apply_language(language_);
+}
+
+}  // namespace servo::tools

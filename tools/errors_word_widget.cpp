@@ -1,0 +1,97 @@
+#include "tools/errors_word_widget.h"
+
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "tools/errors_texts.h"
+#include "tools/form_controls_view.h"
+
+namespace servo::tools {
+
+using namespace form;
+
+namespace {
+
+constexpr int kMargin = 6;
+
+}  // namespace
+
+ErrorsWordWidget::ErrorsWordWidget(Errors& form, int word, QWidget* parent)
+    : QGroupBox(parent), form_(form), word_(word) {
+    setObjectName(word == 1 ? QStringLiteral("FrameA") : QStringLiteral("FrameB"));
+    setProperty("Tag", qt(errors_frame(word)));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->setSpacing(0);
+    make_head();
+    make_rows();
+    layout->addStretch();
+}
+
+// The heads stand above the lamps and the boxes, the word to their right.
+void ErrorsWordWidget::make_head() {
+    const bool first = word_ == 1;
+    value_ = make_value(this, first ? QStringLiteral("LabelA") : QStringLiteral("LabelD"));
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(font.pointSizeF() + 3);
+    font.setBold(true);
+    value_->setFont(font);
+    value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    state_ =
+        make_label(this, first ? QStringLiteral("LabelB") : QStringLiteral("LabelE"), kErrorsState);
+    mask_ =
+        make_label(this, first ? QStringLiteral("LabelC") : QStringLiteral("LabelF"), kErrorsMask);
+    set_weight(state_, Weight::kQuiet);
+    set_weight(mask_, Weight::kQuiet);
+    note_ = make_text(this, first ? QStringLiteral("LabelH") : QStringLiteral("LabelI"));
+    note_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+}
+
+void ErrorsWordWidget::make_rows() {
+    auto* rows = static_cast<QVBoxLayout*>(layout());
+    const int first = word_ == 1 ? 0 : kFaultBits / 2;
+    std::array<ErrorsRowWidget*, kFaultBits / 2> placed{};
+    for (int bit = 0; bit < kFaultBits / 2; ++bit) {
+        auto* row = new ErrorsRowWidget(form_, first + bit, this);
+        rows_[static_cast<std::size_t>(bit)] = row;
+        placed[static_cast<std::size_t>(errors_row(first + bit))] = row;
+        connect(row, &ErrorsRowWidget::pointed, this, &ErrorsWordWidget::pointed);
+        connect(row, &ErrorsRowWidget::selected, this, &ErrorsWordWidget::selected);
+        connect(row, &ErrorsRowWidget::acted, this, &ErrorsWordWidget::acted);
+    }
+    auto* head = new QHBoxLayout;
+    head->setContentsMargins(placed[0]->state_left(), 0, kGap, kGap / 2);
+    head->setSpacing(kGap);
+    state_->setFixedWidth(placed[0]->mask_left() - placed[0]->state_left() - kGap);
+    state_->setAlignment(Qt::AlignCenter);
+    head->addWidget(state_);
+    head->addWidget(mask_);
+    head->addWidget(value_);
+    head->addWidget(note_, 1);
+    rows->addLayout(head);
+    for (ErrorsRowWidget* row : placed)
+        rows->addWidget(row);
+    // The order in which the rows stand is that of the Tab key.
+    for (std::size_t i = 1; i < placed.size(); ++i)
+        QWidget::setTabOrder(placed[i - 1]->focus_box(), placed[i]->focus_box());
+}
+
+void ErrorsWordWidget::refresh(std::optional<int> explained) {
+    show_text(value_, form_.word_text(word_));
+    const std::string note = mask_note(form_, word_);
+    show_text(note_, note);
+    set_weight(note_, Weight::kWarning);
+    const int first = word_ == 1 ? 0 : kFaultBits / 2;
+    for (std::size_t bit = 0; bit < rows_.size(); ++bit)
+        rows_[bit]->refresh(explained == first + static_cast<int>(bit));
+}
+
+void ErrorsWordWidget::apply_language(base::Language language, dictionary::Variant variant) {
+    setTitle(half_of(errors_frame(word_), language));
+    for (ErrorsRowWidget* row : rows_)
+        row->apply_language(language, variant);
+}
+
+}  // namespace servo::tools

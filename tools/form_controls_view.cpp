@@ -1,0 +1,128 @@
+#include "tools/form_controls_view.h"
+
+#include <QWheelEvent>
+
+#include "params/ui_palette.h"
+
+namespace servo::tools::form {
+
+namespace {
+
+namespace palette = params::palette;
+
+// The English half until the first walk through the window's texts.
+template <typename Control>
+Control* tagged(Control* control, const QString& name, std::string_view pair) {
+    control->setObjectName(name);
+    control->setProperty("Tag", pair.empty() ? QStringLiteral("-") : qt(pair));
+    return control;
+}
+
+QString english(std::string_view pair) {
+    return half_of(pair, base::Language::kEnglish);
+}
+
+}  // namespace
+
+QString qt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString array_name(const char* control, int index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(control)).arg(index);
+}
+
+QString half_of(std::string_view pair, base::Language language) {
+    const std::size_t slash = pair.find('/');
+    if (slash == std::string_view::npos) return qt(pair);
+    if (language == base::Language::kChinese) return qt(pair.substr(0, slash));
+    const std::string_view rest = pair.substr(slash + 1);
+    return qt(rest.substr(0, rest.find('/')));
+}
+
+void Tips::apply(base::Language language) const {
+    for (const Entry& entry : entries_) {
+        const QString tip = qt(entry.tip.in(language));
+        entry.control->setToolTip(tip);
+        entry.control->setAccessibleName(tip);
+    }
+}
+
+QLabel* make_label(QWidget* parent, const QString& name, std::string_view pair) {
+    auto* label = tagged(new QLabel(english(pair), parent), name, pair);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel* make_text(QWidget* parent, const QString& name, std::string_view pair) {
+    QLabel* label = make_label(parent, name, pair);
+    if (pair == "-") label->clear();
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+QLabel* make_value(QWidget* parent, const QString& name, std::string_view text) {
+    QLabel* label = make_label(parent, name, {});
+    label->setText(qt(text));
+    return label;
+}
+
+QRadioButton* make_option(QWidget* parent, const QString& name, std::string_view pair) {
+    return tagged(new QRadioButton(english(pair), parent), name, pair);
+}
+
+QCheckBox* make_check(QWidget* parent, const QString& name, std::string_view pair) {
+    return tagged(new QCheckBox(english(pair), parent), name, pair);
+}
+
+QPushButton* make_command(QWidget* parent, const QString& name, std::string_view pair) {
+    auto* button = tagged(new QPushButton(english(pair), parent), name, pair);
+    button->setAutoDefault(true);
+    return button;
+}
+
+QGroupBox* make_frame(QWidget* parent, const QString& name, std::string_view pair) {
+    return tagged(new QGroupBox(english(pair), parent), name, pair);
+}
+
+void set_weight(QLabel* label, Weight weight) {
+    std::uint32_t colour = palette::kText;
+    switch (weight) {
+        case Weight::kPlain:
+            break;
+        case Weight::kQuiet:
+            colour = palette::kMutedText;
+            break;
+        case Weight::kWarning:
+            colour = palette::kWarningText;
+            break;
+    }
+    QPalette colours = label->palette();
+    if (colours.color(QPalette::WindowText) == QColor(colour)) return;
+    colours.setColor(QPalette::WindowText, QColor(colour));
+    label->setPalette(colours);
+}
+
+void set_bold(QWidget* control, bool bold) {
+    QFont font = control->font();
+    if (font.bold() == bold) return;
+    font.setBold(bold);
+    control->setFont(font);
+}
+
+void show_text(QLabel* label, std::string_view text) {
+    if (const QString shown = qt(text); label->text() != shown) label->setText(shown);
+}
+
+// --- ListBox
+
+ListBox::ListBox(QWidget* parent, const QString& name) : QComboBox(parent) {
+    setObjectName(name);
+}
+
+void ListBox::wheelEvent(QWheelEvent* event) {
+    event->ignore();
+}
+
+}  // namespace servo::tools::form
