@@ -122,7 +122,12 @@ ComparedRow values_of(const SourceRow& row, const std::vector<DriverRow>& drive,
         compare_configurations(configuration_values(drive),
                                configuration_values({std::move(alone)}), dictionary, operands);
     changes = !one.rows.empty();
-    if (changes) return std::move(one.rows.front());
+    if (changes) {
+        shown = std::move(one.rows.front());
+        // The file lists it, or it would not be here: it could not be asked for.
+        if (shown.A.side == ComparedSide::kAbsent) shown.A.side = ComparedSide::kUnread;
+        return shown;
+    }
     // Equal values are shown as well where a warning brings the row in: against nothing.
     Comparison listed =
         compare_configurations({}, configuration_values(drive), dictionary, operands);
@@ -135,6 +140,7 @@ ComparedRow values_of(const SourceRow& row, const std::vector<DriverRow>& drive,
     shown.name_ch = row.name_ch;
     shown.name_en = row.name_en;
     shown.unit = "DEC";
+    shown.A.side = ComparedSide::kUnread;
     return shown;
 }
 

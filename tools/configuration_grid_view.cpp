@@ -9,6 +9,7 @@
 
 #include "params/grid_paint_view.h"
 #include "params/ui_palette.h"
+#include "tools/digital_io_controls_view.h"
 
 namespace servo::tools {
 
@@ -39,6 +40,8 @@ QVariant ConfigurationModel::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return cells_.text(index.row(), index.column());
+        case Qt::ToolTipRole:
+            return io_tip(cells_.text(index.row(), index.column()).toStdString());
         case Qt::BackgroundRole:
             return red ? QVariant(QColor(kRed)) : QVariant();
         case Qt::ForegroundRole:
@@ -83,7 +86,7 @@ ConfigurationTable::ConfigurationTable(ConfigurationCells cells,
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setFrameShape(QFrame::StyledPanel);
-    connect(this, &RowTable::scrolled_by_user, this, [this] { follows_ = false; });
+    connect(this, &RowTable::scrolled_by_user, this, [this] { stay(); });
 }
 
 void ConfigurationTable::refresh() {
@@ -95,6 +98,7 @@ void ConfigurationTable::refresh() {
 void ConfigurationTable::refresh_row(int row) {
     model_.row_changed(row);
     if (!follows_) return;
+    row_in_work_ = row;
     scrolls_itself();
     scrollTo(model_.index(row, 0));
 }
@@ -163,19 +167,27 @@ void ConfigurationTable::copy_rows() const {
     QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
-// Whoever moves the current row looks for something: the grid stays with him.
+// Whoever moves the current row looks for something: the grid stays with him. He sets out from the
+// row that he sees, which is the one in work.
 void ConfigurationTable::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         copy_rows();
         return;
     }
-    const int before = currentIndex().row();
+    const bool moves = row_step(event->key(), model_.rowCount()).has_value();
+    if (moves && follows_ && row_in_work_ >= 0)
+        setCurrentIndex(model_.index(row_in_work_, std::max(0, currentIndex().column())));
+    if (moves) stay();
     RowTable::keyPressEvent(event);
-    if (currentIndex().row() != before) follows_ = false;
+}
+
+void ConfigurationTable::stay() {
+    follows_ = false;
+    row_in_work_ = -1;
 }
 
 void ConfigurationTable::mousePressEvent(QMouseEvent* event) {
-    follows_ = false;
+    stay();
     RowTable::mousePressEvent(event);
 }
 

@@ -75,11 +75,13 @@ class ConfigurationTable final : public params::RowTable {
   private:
     void fit_columns();
     void copy_rows() const;
+    void stay();
 
     ConfigurationModel model_;
     std::vector<ConfigurationColumn> columns_;
     QString note_;
     bool follows_ = true;
+    int row_in_work_ = -1;
 };
 
 }  // namespace servo::tools

@@ -35,26 +35,61 @@ std::string counted(std::size_t count, std::string_view one, std::string_view ma
 
 // --- Comparison
 
+struct Sides {
+    std::size_t differ = 0;
+    std::size_t only_A = 0;
+    std::size_t only_B = 0;
+};
+
+Sides sides_of(const Comparison& comparison) {
+    Sides sides;
+    for (const ComparedRow& row : comparison.rows) {
+        if (row.B.side == ComparedSide::kAbsent)
+            ++sides.only_A;
+        else if (row.A.side == ComparedSide::kAbsent)
+            ++sides.only_B;
+        else
+            ++sides.differ;
+    }
+    return sides;
+}
+
+std::string chinese_summary(const Comparison& found, const std::string& A, const std::string& B) {
+    const Sides sides = sides_of(found);
+    std::string text = fmt::format("{} 个数值不同", sides.differ);
+    if (sides.only_A > 0) text += fmt::format("，{} 个对象仅在 {} 中", sides.only_A, A);
+    if (sides.only_B > 0) text += fmt::format("，{} 个对象仅在 {} 中", sides.only_B, B);
+    text += fmt::format("，{} 个对象相同", found.equal);
+    if (found.unusable > 0) text += fmt::format("，{} 行没有对象", found.unusable);
+    return text;
+}
+
+std::string english_summary(const Comparison& found, const std::string& A, const std::string& B) {
+    const Sides sides = sides_of(found);
+    const auto only = [](std::size_t count, const std::string& where) {
+        return fmt::format(", {} only in {}", counted(count, "object is", "objects are"), where);
+    };
+    std::string text = counted(sides.differ, "value differs", "values differ");
+    if (sides.only_A > 0) text += only(sides.only_A, A);
+    if (sides.only_B > 0) text += only(sides.only_B, B);
+    text += fmt::format(", {} the same", counted(found.equal, "object is", "objects are"));
+    if (found.unusable > 0)
+        text += fmt::format(", {} no object", counted(found.unusable, "row names", "rows name"));
+    return text;
+}
+
 ConfigurationReport report(const ComparisonFinding& finding, Language language) {
-    const Comparison& found = finding.comparison;
     const std::string A = source_name(finding.A, language);
     const std::string B = source_name(finding.B, language);
     ConfigurationReport report;
     report.title = fmt::format("{}: {} / {}", chinese(language) ? "比较" : "Comparison", A, B);
-    if (chinese(language)) {
+    report.summary = chinese(language) ? chinese_summary(finding.comparison, A, B)
+                                       : english_summary(finding.comparison, A, B);
+    if (chinese(language))
         report.headers = {"索引", "名称", A, B, "说明"};
-        report.summary = fmt::format("{} 处不同，{} 个对象相同", found.rows.size(), found.equal);
-        if (found.unusable > 0) report.summary += fmt::format("，{} 行没有对象", found.unusable);
-    } else {
+    else
         report.headers = {"Index", "Name", A, B, "Remark"};
-        report.summary =
-            fmt::format("{}, {} the same", counted(found.rows.size(), "difference", "differences"),
-                        counted(found.equal, "object is", "objects are"));
-        if (found.unusable > 0)
-            report.summary +=
-                fmt::format(", {} no object", counted(found.unusable, "row names", "rows name"));
-    }
-    for (const ComparedRow& row : found.rows)
+    for (const ComparedRow& row : finding.comparison.rows)
         report.rows.push_back({.cells = {row.Index, name_of(row.name_ch, row.name_en, language),
                                          compared_text(row.A, row, language),
                                          compared_text(row.B, row, language), std::string()}});
@@ -123,22 +158,22 @@ ConfigurationReport report(const FailureFinding& finding, Language language) {
     report.warns = failed > 0;
     if (chinese(language)) {
         report.title = fmt::format("失败的行：{}", finding.file);
-        report.headers = {"行", "索引", "名称", "数值", "原因"};
+        report.headers = {"索引", "名称", "行", "数值", "原因"};
         report.summary = fmt::format("{} 行失败", failed);
         if (invalid > 0) report.summary += fmt::format("，{} 行无效而被跳过", invalid);
     } else {
         report.title = fmt::format("Failed rows: {}", finding.file);
-        report.headers = {"N", "Index", "Name", "Value", "Reason"};
+        report.headers = {"Index", "Name", "Row", "Value", "Reason"};
         report.summary = fmt::format("{} failed", counted(failed, "row", "rows"));
         if (invalid > 0)
             report.summary += fmt::format(", {} passed over",
                                           counted(invalid, "invalid row was", "invalid rows were"));
     }
     for (const FailedRow& row : finding.rows)
-        report.rows.push_back({.cells = {std::to_string(row.row), row.Index,
-                                         name_of(row.name_ch, row.name_en, language), row.value,
-                                         reason_of(row, language)},
-                               .warns = row.Result != kInvalidWord});
+        report.rows.push_back(
+            {.cells = {row.Index, name_of(row.name_ch, row.name_en, language),
+                       std::to_string(row.row), row.value, reason_of(row, language)},
+             .warns = row.Result != kInvalidWord});
     return report;
 }
 

@@ -101,6 +101,9 @@ ConfigurationTabWidget::ConfigurationTabWidget(ImExport& form, ConfigurationSide
     : QWidget(parent), form_(form), side_(side) {
     const bool write = side == ConfigurationSide::kWrite;
     path_ = new PathLabel(write ? "Label2" : "Label8", this);
+    file_ = configuration_label(this, write ? "LabelE" : "LabelF");
+    file_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    io_quiet(file_, true);
     if (write)
         make_write_commands();
     else
@@ -199,7 +202,11 @@ void ConfigurationTabWidget::lay_out() {
     status->addWidget(note_, 1);
     auto* left = new QVBoxLayout;
     left->setSpacing(kGap);
-    left->addWidget(path_);
+    auto* files = new QHBoxLayout;
+    files->setSpacing(kGap);
+    files->addWidget(path_, 3);
+    files->addWidget(file_, 2);
+    left->addLayout(files);
     left->addWidget(grid_, 1);
     left->addLayout(status);
     auto* right = new QVBoxLayout;
@@ -255,6 +262,12 @@ void ConfigurationTabWidget::refresh_controls() {
     const ConfigurationData& held = form_.data();
     path_->show_text(write ? form_.Label2() : form_.Label8());
     const int percent = write ? held.ProgressBar1 : held.ProgressBar2;
+    // The result takes the place of the path.
+    const auto& file = write ? form_.source_file() : form_.template_file();
+    const auto name = file.filename().u8string();
+    const bool shown = (write ? held.write_count : held.read_count).all > 0;
+    file_->setText(shown ? io_qt({reinterpret_cast<const char*>(name.data()), name.size()})
+                         : QString());
     if (bar_->value() != percent) bar_->setValue(percent);
     show_note(note_, configuration_note(form_, side_));
 }

@@ -45,14 +45,15 @@ class ConfigurationTabWidget final : public QWidget {
     ImExport& form_;
     ConfigurationSide side_;
     ConfigurationTable* grid_ = nullptr;
-    PathLabel* path_ = nullptr;            // Label2, Label8: path, then result
-    QProgressBar* bar_ = nullptr;          // ProgressBar1, ProgressBar2
-    QLabel* note_ = nullptr;               // LabelA, LabelB: the same in words
-    QPushButton* choose_ = nullptr;        // Command1, Command8: choose the file
-    QPushButton* start_ = nullptr;         // Command2 write, Command7 read
-    QPushButton* stop_ = nullptr;          // CommandA, CommandF
-    QPushButton* failed_ = nullptr;        // CommandE, CommandH: the failed rows
-    std::vector<QPushButton*> told_;       // locked by a job until Timer1 has seen its end
+    PathLabel* path_ = nullptr;       // Label2, Label8: path, then result
+    QLabel* file_ = nullptr;          // LabelE, LabelF: the file name, while the path is not shown
+    QProgressBar* bar_ = nullptr;     // ProgressBar1, ProgressBar2
+    QLabel* note_ = nullptr;          // LabelA, LabelB: the same in words
+    QPushButton* choose_ = nullptr;   // Command1, Command8: choose the file
+    QPushButton* start_ = nullptr;    // Command2 write, Command7 read
+    QPushButton* stop_ = nullptr;     // CommandA, CommandF
+    QPushButton* failed_ = nullptr;   // CommandE, CommandH: the failed rows
+    std::vector<QPushButton*> told_;  // locked by a job until Timer1 has seen its end
     std::vector<QPushButton*> additions_;  // not while something runs
     std::vector<QPushButton*> groups_;     // the first of each group of commands
     bool was_busy_ = false;

@@ -38,6 +38,7 @@ ConfigurationWindow::ConfigurationWindow(ImExport& form, QWidget* parent)
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->addWidget(halves_);
 
+    Timer1_.setObjectName(QStringLiteral("Timer1"));
     Timer1_.setInterval(ImExport::kLockMilliseconds);
     connect(&Timer1_, &QTimer::timeout, this, [this] { form_.Timer1_Timer(); });
     form_.changed = [this] { refresh(); };

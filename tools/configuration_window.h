@@ -44,7 +44,7 @@ class ConfigurationWindow final : public QWidget {
     ConfigurationTabWidget* read_ = nullptr;
     QSplitter* halves_ = nullptr;
     ConfigurationReportWidget* report_ = nullptr;
-    QTimer Timer1_;  // lets the buttons go again when no job runs any more
+    QTimer Timer1_{this};  // lets the buttons go again when no job runs any more
 };
 
 }  // namespace servo::tools

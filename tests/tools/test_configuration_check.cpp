@@ -121,6 +121,7 @@ TEST_F(DryRunTest, RowsThatAreNotSentChangeNothing) {
     EXPECT_EQ(found.warned, 3U);
     const ConfigurationReport report = form.report();
     EXPECT_EQ(report.rows.at(2).cells[3], "(not sent)");
+    EXPECT_EQ(report.rows.at(0).cells[2], "(not read)") << "nobody asked the drive for it";
 }
 
 // What the dry run says is what the write then does.
@@ -151,7 +152,7 @@ TEST_F(DryRunTest, AFileAgainstTheDrive) {
     ASSERT_TRUE(finish());
     const ConfigurationReport report = form.report();
     EXPECT_EQ(report.title, "Comparison: values.cdi / Drive");
-    EXPECT_EQ(report.summary, "1 difference, 1 object is the same");
+    EXPECT_EQ(report.summary, "1 value differs, 1 object is the same");
     ASSERT_EQ(report.rows.size(), 1U);
     EXPECT_EQ(report.rows[0].cells, (std::array<std::string, kReportColumns>{
                                         "60600008", "Modes of operation", "1", "3", ""}));
@@ -185,10 +186,10 @@ TEST_F(DryRunTest, AReportFollowsTheLanguageAndCanBeKept) {
     EXPECT_EQ(questions.back().suffix, "txt");
     EXPECT_EQ(folder.get("failed.txt"),
               "Failed rows: values.cdi\r\n2 rows failed, 1 invalid row was passed over\r\n\r\n"
-              "N\tIndex\tName\tValue\tReason\r\n"
-              "0\t60600008\tModes of operation\t1\t0x06020000, the drive has no such object\r\n"
-              "1\t20100310\tInput 1 function\t2\tnot marked True in the file: passed over\r\n"
-              "2\tnonsense\t\t3\tkey or value that cannot be sent\r\n");
+              "Index\tName\tRow\tValue\tReason\r\n"
+              "60600008\tModes of operation\t0\t1\t0x06020000, the drive has no such object\r\n"
+              "20100310\tInput 1 function\t1\t2\tnot marked True in the file: passed over\r\n"
+              "nonsense\t\t2\t3\tkey or value that cannot be sent\r\n");
     language = Language::kChinese;
     EXPECT_EQ(form.report().summary, "2 行失败，1 行无效而被跳过");
     EXPECT_EQ(form.report().rows.at(0).cells[4], "0x06020000，对象不存在");
@@ -200,6 +201,23 @@ TEST_F(DryRunTest, AReportThatCannotBeSavedIsTold) {
     answers = {folder / "no/such/folder.txt"};
     form.save_report();
     EXPECT_EQ(notice.boxes.at(0).second, "The file could not be written.");
+}
+
+TEST(ConfigurationReports, AComparisonTellsWhatOnlyOneSideLists) {
+    const auto values = [](std::string_view text) {
+        return configuration_values(read_cdi(text, store()));
+    };
+    const ComparisonFinding finding{
+        compare_configurations(
+            values("60600008,1,True\n20100310,2,True\n60810020,5,True\n"),
+            values("60600008,3,True\n60810020,5,True\n60860010,0,True\n60730010,1,True\n"),
+            store()),
+        "a.cdi", "b.cdi"};
+    EXPECT_EQ(report_of(finding, Language::kEnglish).summary,
+              "1 value differs, 1 object is only in a.cdi, 2 objects are only in b.cdi, 1 object "
+              "is the same");
+    EXPECT_EQ(report_of(finding, Language::kChinese).summary,
+              "1 个数值不同，1 个对象仅在 a.cdi 中，2 个对象仅在 b.cdi 中，1 个对象相同");
 }
 
 TEST(ConfigurationReports, ACellStaysInItsCell) {

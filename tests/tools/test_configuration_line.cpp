@@ -104,7 +104,7 @@ TEST_F(Drive600, ADriveThatRefusesEverySeventhObject) {
     form.show_failures(ConfigurationSide::kWrite);
     const ConfigurationReport report = form.report();
     ASSERT_EQ(report.rows.size(), 86U);
-    EXPECT_EQ(report.rows[1].cells[0], "7");
+    EXPECT_EQ(report.rows[1].cells[2], "7");
     EXPECT_EQ(report.rows[1].cells[4], "0x06020000, the drive has no such object");
 }
 
