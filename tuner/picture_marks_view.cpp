@@ -72,8 +72,9 @@ class Marker {
 
     // `down` is 1 for a tip that points down.
     void tip(const SceneMark& mark, qreal down) {
-        const QPointF at = inside(mark.at, scene_.gain, 1.4 * kTip + metrics_.height()) +
-                           QPointF(0.0, down * kGapToText);
+        const QPointF at =
+            inside(mark.at, scene_.gain, kGapToText + 1.4 * kTip + metrics_.height()) +
+            QPointF(0.0, down * kGapToText);
         const QPolygonF shape{
             {at, at + QPointF(-kTip, down * 1.4 * kTip), at + QPointF(kTip, down * 1.4 * kTip)}};
         colour_ = QColor(palette::kPeak);
