@@ -33,6 +33,10 @@ struct Raw {
     std::string image;
     std::string bode;
     std::string table;
+    std::string in;
+    std::string out;
+    bool save_motor = false;
+    bool save_all = false;
 };
 
 std::string check_key(std::string& text) {
@@ -219,6 +223,40 @@ void add_table(CLI::App& app, Raw& raw) {
         ->type_name("");
 }
 
+void add_file(CLI::App& command, const char* name, std::string& file, const char* help) {
+    command.add_option(name, file, help)->required()->type_name("");
+}
+
+void add_transfer(CLI::App& app, Raw& raw) {
+    CLI::App* pull = add_command(app, raw, CommandName::kPull, "pull",
+                                 "Read the objects of a template from the drive into a file");
+    add_file(*pull, "TEMPLATE", raw.in, "The .cdo file that lists the objects");
+    add_file(*pull, "OUT", raw.out, "The .cdi file to write");
+    CLI::App* push = add_command(app, raw, CommandName::kPush, "push",
+                                 "Write the values of a file into the drive");
+    add_file(*push, "IN", raw.in, "The .cdi file");
+    push->add_flag("--dry-run", raw.options.transfer.dry_run,
+                   "Write nothing; tell which values would change and which rows are doubtful");
+    CLI::App* diff = add_command(app, raw, CommandName::kDiff, "diff",
+                                 "Compare two files of values; needs no drive");
+    add_file(*diff, "A", raw.in, "A .cdi file");
+    add_file(*diff, "B", raw.out, "Another one");
+    diff->add_flag("--units", raw.options.transfer.units,
+                   "Show values as a page does, in the first unit of each object");
+}
+
+void add_drive_commands(CLI::App& app, Raw& raw) {
+    CLI::App* save =
+        add_command(app, raw, CommandName::kSave, "save", "Make the control parameters permanent");
+    CLI::Option* motor =
+        save->add_flag("--motor", raw.save_motor, "Make the motor parameters permanent instead");
+    save->add_flag("--all", raw.save_all, "Make everything permanent")->excludes(motor);
+    add_command(app, raw, CommandName::kRestart, "restart", "Restart the drive")
+        ->add_flag("--wait", raw.options.wait, "Done only when the drive has come back");
+    add_command(app, raw, CommandName::kReset, "reset",
+                "Bring the control parameters back to their defaults, until they are saved");
+}
+
 void add_commands(CLI::App& app, Raw& raw) {
     add_command(app, raw, CommandName::kPorts, "ports", "List the serial ports");
     add_dict(app, raw);
@@ -251,6 +289,8 @@ void add_commands(CLI::App& app, Raw& raw) {
     add_flash(app, raw);
     add_scan(app, raw);
     add_table(app, raw);
+    add_transfer(app, raw);
+    add_drive_commands(app, raw);
     add_command(app, raw, CommandName::kFaults, "faults", "Show the faults of the drive");
     add_command(app, raw, CommandName::kFormula, "formula",
                 "Evaluate formula requests from standard input");
@@ -273,6 +313,10 @@ Options finish(Raw& raw) {
     options.flash.file = raw.image;
     options.scan.file = raw.bode;
     options.table.file = raw.table;
+    options.transfer.in = raw.in;
+    options.transfer.out = raw.out;
+    if (raw.save_motor) options.save = SaveScope::kMotor;
+    if (raw.save_all) options.save = SaveScope::kEverything;
     options.id = static_cast<std::uint8_t>(raw.id);
     options.data = raw.data;
     options.language = raw.language == "zh" ? base::Language::kChinese : base::Language::kEnglish;

@@ -27,6 +27,12 @@ enum class CommandName : std::uint8_t {
     kScan,
     kTableRead,
     kTableWrite,
+    kPull,
+    kPush,
+    kDiff,
+    kSave,
+    kRestart,
+    kReset,
     kFaults,
     kFormula,
 };
@@ -66,6 +72,17 @@ struct TableOptions {
     std::filesystem::path file;
 };
 
+// The files of `pull`, `push` and `diff`.
+struct TransferOptions {
+    std::filesystem::path in;   // the template of `pull`, A of `diff`
+    std::filesystem::path out;  // of `pull`; B of `diff`; empty with `push`
+    bool dry_run = false;       // push: only tell what would change
+    bool units = false;         // diff: values as a page shows them
+};
+
+// What `save` makes permanent.
+enum class SaveScope : std::uint8_t { kControl, kMotor, kEverything };
+
 struct Options {
     std::string port;  // device path, or the text of the port list; empty: the port used last
     bool sim = false;
@@ -86,6 +103,9 @@ struct Options {
     FlashOptions flash;
     ScanOptions scan;
     TableOptions table;
+    TransferOptions transfer;
+    SaveScope save = SaveScope::kControl;
+    bool wait = false;  // restart: until the drive answers again
 };
 
 // The program ends here: help that was asked for, or wrong use.

@@ -1,5 +1,10 @@
 #include "cli/run.h"
 
+#include <utility>
+
+#include "cli/command_configuration.h"
+#include "cli/command_diff.h"
+#include "cli/command_drive.h"
 #include "cli/command_scan.h"
 #include "cli/command_table.h"
 #include "cli/commands.h"
@@ -36,6 +41,12 @@ ExitStatus run_on_link(const Options& options, const std::vector<Target>& target
         case CommandName::kScan:
         case CommandName::kTableRead:
         case CommandName::kTableWrite:
+        case CommandName::kPull:
+        case CommandName::kPush:
+        case CommandName::kDiff:
+        case CommandName::kSave:
+        case CommandName::kRestart:
+        case CommandName::kReset:
         case CommandName::kFormula:
             break;
     }
@@ -89,6 +100,26 @@ ExitStatus table(const Options& options, Environment& environment, const Output&
     });
 }
 
+ExitStatus transfer(const Options& options, const dictionary::Store& dictionary,
+                    Environment& environment, const Output& output) {
+    TransferPlan plan = plan_transfer(options, dictionary, output);
+    if (plan.status != ExitStatus::kDone) return plan.status;
+    return on_engine(options, environment, output, [&](link::Engine& engine, LinkSession& session) {
+        return run_transfer(options, std::move(plan), dictionary, engine, session, output);
+    });
+}
+
+ExitStatus drive_command(const Options& options, Environment& environment, const Output& output) {
+    return on_engine(options, environment, output, [&](link::Engine& engine, LinkSession& session) {
+        return run_drive_command(options, engine, session, output);
+    });
+}
+
+bool commands_the_drive(CommandName command) {
+    return command == CommandName::kSave || command == CommandName::kRestart ||
+           command == CommandName::kReset;
+}
+
 // Everything that can be refused by the dictionary alone is refused before a line is touched.
 ExitStatus run_on_objects(const Options& options, const dictionary::Store& dictionary,
                           Environment& environment, const Output& output) {
@@ -117,12 +148,16 @@ ExitStatus run_command(const Options& options, Environment& environment, const O
     if (options.command == CommandName::kScan) return scan(options, environment, output);
     if (options.command == CommandName::kTableRead || options.command == CommandName::kTableWrite)
         return table(options, environment, output);
+    if (commands_the_drive(options.command)) return drive_command(options, environment, output);
     dictionary::Store dictionary;
     if (!dictionary.open_dat(options.data)) return no_dictionary(options, output);
     if (options.command == CommandName::kDictFind)
         return run_dict_find(options, dictionary, output);
     if (options.command == CommandName::kDictShow)
         return run_dict_show(options, dictionary, output);
+    if (options.command == CommandName::kDiff) return run_diff(options, dictionary, output);
+    if (options.command == CommandName::kPull || options.command == CommandName::kPush)
+        return transfer(options, dictionary, environment, output);
     if (options.command == CommandName::kRecord)
         return record(options, dictionary, environment, output);
     return run_on_objects(options, dictionary, environment, output);

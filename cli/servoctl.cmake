@@ -1,7 +1,10 @@
 # Sources of servoctl: what can be right or wrong is plain, the machine's ports and the tick are Qt.
 set(SERVO_CTL_PLAIN
     access_job.cpp
+    command_configuration.cpp
     command_dict.cpp
+    command_diff.cpp
+    command_drive.cpp
     command_flash.cpp
     command_formula.cpp
     command_objects.cpp
@@ -9,6 +12,7 @@ set(SERVO_CTL_PLAIN
     command_scan.cpp
     command_table.cpp
     command_write.cpp
+    configuration_input.cpp
     drive_texts.cpp
     engine_session.cpp
     options.cpp

@@ -46,6 +46,9 @@ class RunningDrive {
         arguments.insert(arguments.begin(), {"--port", line()});
         return run(std::move(arguments));
     }
+    // A line on its standard input, and a wait for what it answers there.
+    void say(std::string_view line) { process_.write(std::string(line) + "\n"); }
+    bool wait_for(std::string_view text) { return process_.wait_for(text); }
     void unplug() {
         process_.signal(SIGKILL);
         process_.wait();
