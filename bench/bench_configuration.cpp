@@ -15,8 +15,8 @@ namespace {
 
 using namespace servo;
 using namespace servo::tools;
-using servo::test::VirtualTime;
-using test::ConfigurationLine;
+using VirtualTime = servo::test::VirtualTime;
+using tools::test::ConfigurationLine;
 
 constexpr double kTick = 0.003;
 
@@ -40,7 +40,7 @@ Result run(bool write, bool faulty, std::chrono::microseconds turnaround) {
         bench.load(file);
     else
         bench.load_list(file);
-    std::optional<test::FrameFaults> faults;
+    std::optional<tools::test::FrameFaults> faults;
     if (faulty) faults.emplace(bench.drive, bench.line, 1);
     const std::size_t before = bench.drive.requests.size();
     const auto real_begin = std::chrono::steady_clock::now();
