@@ -157,9 +157,10 @@ void FrequencyScan::take_boxes() {
 }
 
 bool FrequencyScan::start() {
-    if (active() || !checks_passed()) return false;
+    if (!checks_passed()) return false;
     take_boxes();
-    label_before_ = data_.Label36;
+    if (!active()) label_before_ = data_.Label36;
+    moved_before_ = active() && may_move();
     data_.Label36 = ScanLabel::kAcquiring;
     state_.scanRequested = link::kTrue;
     state_.scanStep = 0;
@@ -188,10 +189,14 @@ bool FrequencyScan::measuring() const {
     return active() && state_.scanStep == kWait;
 }
 
+bool FrequencyScan::may_move() const {
+    return moved_before_ || stop_ != Stop::kNo || state_.scanStep == kRun ||
+           state_.scanStep == kWait;
+}
+
 void FrequencyScan::cancel() {
     if (!active() || stop_ != Stop::kNo) return;
-    const bool moving = state_.scanStep == kRun || state_.scanStep == kWait;
-    if (!moving) return give_up();
+    if (!may_move()) return give_up();
     stop_ = Stop::kWrite;
     stop_requests_ = 0;
     observer_.scan_moved();
@@ -251,9 +256,8 @@ void FrequencyScan::send_stop() {
 }
 
 Received FrequencyScan::receive_frame(link::Engine&, const Payload& payload) {
-    if (stop_ != Stop::kNo) {
+    if (stop_ != Stop::kNo)
         return take_stop_answer(payload) ? Received::kEndTick : Received::kTaken;
-    }
     const bool data = state_.scanStep >= kSetAddress;
     const bool accepted = take_answer(payload);
     if (!data) return Received::kTaken;
@@ -278,6 +282,7 @@ bool FrequencyScan::take_answer(const Payload& payload) {
             break;
         case kWait:
             if (payload[4] != 0) return false;  // the drive still measures
+            moved_before_ = false;
             break;
         case kReadShift:
             settings_.scaleShift = payload[4];

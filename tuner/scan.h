@@ -43,8 +43,8 @@ class FrequencyScan final : public link::Job {
 
     // The seven checks in their order, each with its message; then the four settings are taken from
     // the boxes and the job begins. A box counts with the number that its text begins with: "abc"
-    // is 0 and refused; "4.6" passes as 4.6 and is taken as 5. False when a check failed, or a scan
-    // runs already.
+    // is 0 and refused; "4.6" passes as 4.6 and is taken as 5. False when a check failed. A scan
+    // that runs is no hindrance: unlocked and started again, it begins anew with the boxes' plan.
     bool start();
 
     // The scan under way; behind it, the last one that was begun.
@@ -75,6 +75,7 @@ class FrequencyScan final : public link::Job {
     enum class Stop : std::uint8_t { kNo, kWrite, kRead };  // request that cancelling repeats
 
     bool checks_passed() const;
+    bool may_move() const;  // from the request to start until the drive says that it is idle
     bool refuse(base::Text title, base::Text text) const;
     void take_boxes();
     std::int32_t value_of(std::uint8_t step) const;
@@ -97,6 +98,7 @@ class FrequencyScan final : public link::Job {
     int passes_ = 0;  // frames looked at in this receive tick
     Stop stop_ = Stop::kNo;
     int stop_requests_ = 0;
+    bool moved_before_ = false;  // begun anew while the drive may have been measuring
 };
 
 }  // namespace servo::tuner

@@ -109,3 +109,61 @@ TEST_F(TunerForm, FileIsAnalysedLikeAFreshScan) {
     tuner.Command3_Click(folder / "b.bode");
     EXPECT_EQ(folder.get("b.bode"), folder.get("a.bode"));
 }
+
+TEST_F(TunerForm, UnlockedDuringAScanTheStartBeginsItAnew) {
+    tuner.Check1_Click();
+    tuner.Command1_Click();
+    ASSERT_TRUE(tuner.scanning());
+    tuner.type(tuner::AdvancedTuner::Box::kText1, "99");
+    tuner.Command1_Click();
+    EXPECT_EQ(tuner.scan().settings().magCurrent, 60) << "locked, until it is unlocked again";
+    tuner.Check1_Click();
+    tuner.Command1_Click();
+    EXPECT_EQ(tuner.scan().settings().magCurrent, 99);
+    EXPECT_EQ(tuner.Label36(), "Acquiring");
+    EXPECT_FALSE(tuner.data().Command1_enabled);
+    EXPECT_FALSE(tuner.data().Check1);
+}
+
+TEST_F(TunerForm, RefusedFilterIsNamedByTheHighestNumberAndNothingElseHappens) {
+    for (const int slot : {1, 5}) {
+        tuner.click_use(slot);
+        tuner.pick_type(slot, 1);  // second order, damping 0
+    }
+    tuner.Command4_Click();
+    EXPECT_EQ(box(),
+              (std::pair<std::string, std::string>("Notice", "The filter 6 setting is wrong.")));
+    EXPECT_FALSE(tuner.data().simulation.filter_used[1]);
+    EXPECT_FALSE(tuner.data().redraw_gain);
+    language = base::Language::kChinese;
+    tuner.click_use(5);
+    tuner.Command4_Click();
+    EXPECT_EQ(box(), (std::pair<std::string, std::string>("提示", "滤波器 2 设置错误.")));
+}
+
+TEST_F(TunerForm, SimulationSetsTheThreeRedrawFlagsEvenWithoutPoints) {
+    tuner.Command4_Click();
+    EXPECT_TRUE(tuner.data().redraw_gain);
+    EXPECT_TRUE(tuner.data().redraw_phase);
+    EXPECT_TRUE(tuner.data().redraw_filters);
+}
+
+TEST_F(TunerForm, FileThatBreaksOffLeavesTheScanThatWasThere) {
+    const std::string whole =
+        "10;20;10;200;60;10000;150;20;5;\r\nlength 2\r\n7\r\n8\r\n-4\r\n-5\r\n##########\r\n"
+        "15\r\n12\r\n-3\r\n-3\r\n";
+    folder.put("a.bode", whole);
+    tuner.Command2_Click(folder / "a.bode");
+    folder.put("b.bode", "30;50;10;200;60;10000;150;20;5;\r\nlength 3\r\n7\r\n");
+    tuner.Command2_Click(folder / "b.bode");
+    EXPECT_EQ(box().second, "the bode file is wrong!");
+    EXPECT_EQ(tuner.data().Text2, "30") << "the boxes show its plan";
+    tuner.Command3_Click(folder / "c.bode");
+    EXPECT_EQ(folder.get("c.bode"), whole);
+}
+
+TEST_F(TunerForm, FileThatCannotBeWrittenIsToldLikeAWrongOne) {
+    language = base::Language::kChinese;
+    tuner.Command3_Click(folder / "none" / "a.bode");
+    EXPECT_EQ(box(), (std::pair<std::string, std::string>("Notice", "the bode file is wrong!")));
+}

@@ -1,6 +1,8 @@
 // A scan that is given up: what may be moving is told to stop until it says that it has.
 #include "scan_bench.h"
 
+#include <algorithm>
+
 using namespace servo;
 using namespace servo::test;
 using link::Payload;
@@ -45,6 +47,41 @@ TEST_F(ScanCancel, WhileTheDriveMayMoveItIsToldToStopAndAskedWhetherItHas) {
         EXPECT_FALSE(bench.scan.cancelling());
         EXPECT_EQ(bench.watcher.ends, std::vector{false});
     }
+}
+
+TEST_F(ScanCancel, ScanBegunAnewUnderTheMeasurementIsStoppedInItsFirstStepsToo) {
+    for (const int step : {7, 8}) {
+        for (int at = 0; at <= 6; ++at) {
+            ScanBench bench;
+            bench.go_to(step);
+            ASSERT_TRUE(bench.scan.start());
+            for (int i = 0; i < std::min(at, 3); ++i)
+                bench.tick();
+            for (int i = 3; i < at; ++i) {
+                bench.request();
+                bench.receive(accepted(i));
+            }
+            ASSERT_EQ(bench.state.scanStep, at);
+            bench.scan.cancel();
+            ASSERT_TRUE(bench.scan.cancelling()) << step << ' ' << at;
+            for (int i = at; i < 3; ++i)
+                bench.tick();
+            EXPECT_EQ(bench.request(), kStop) << step << ' ' << at;
+        }
+    }
+}
+
+TEST_F(ScanCancel, ScanBegunAnewWhoseMeasurementIsOverEndsAtOnce) {
+    go_to(8);
+    ASSERT_TRUE(scan.start());
+    warm_up();
+    for (int step = 3; step <= 8; ++step) {
+        request();
+        receive(accepted(step));
+    }
+    ASSERT_EQ(state.scanStep, 9);
+    scan.cancel();
+    EXPECT_FALSE(scan.active());
 }
 
 // The drive's word on the start looks like its word on the stop.

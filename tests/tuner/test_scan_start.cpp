@@ -178,10 +178,51 @@ TEST_F(ScanStart, StartSetsEveryMember) {
     EXPECT_TRUE(notice.boxes.empty());
 }
 
-TEST_F(ScanStart, SecondStartDuringAScanDoesNothing) {
-    ASSERT_TRUE(scan.start());
-    warm_up();
+TEST_F(ScanStart, StartDuringAScanBeginsAnewInAnyStep) {
+    for (int step = 3; step <= 15; ++step) {
+        ScanBench bench;
+        bench.go_to(step);
+        bench.type("10", "20", "300", "99");
+        ASSERT_TRUE(bench.scan.start()) << step;
+        EXPECT_EQ(bench.state.scanRequested, -1);
+        EXPECT_EQ(bench.state.scanStep, 0) << step;
+        EXPECT_EQ(bench.scan.points(), 16) << "the plan of the boxes";
+        EXPECT_TRUE(bench.watcher.ends.empty());
+        EXPECT_TRUE(bench.notice.boxes.empty());
+        bench.warm_up();
+        const auto asked = bench.request();
+        ASSERT_TRUE(asked.has_value());
+        EXPECT_EQ((*asked)[4], 10) << "the first request again";
+        bench.engine.link_opened();
+        EXPECT_EQ(bench.data.Label36, tuner::ScanLabel::kNotStarted) << "as before the first";
+    }
+}
+
+TEST_F(ScanStart, StartDuringTheReadingReadsBothBlocksFromTheirBeginning) {
+    type("10", "10", "20");
+    go_to(14);
+    give(0x00020001);
+    give(0x00040003);
+    ASSERT_EQ(data.scanMode, 1);
+    give(0x00060005);
+    go_to(14);
+    EXPECT_EQ(data.scanMode, 0);
+    EXPECT_EQ(give(0x00080007), 0);
+    EXPECT_EQ(give(0x000A0009), 2);
+    EXPECT_EQ(give(0), 1024);
+}
+
+// A drive that may be moving is stopped by its cancelling alone; a plan that is refused leaves it
+// at that.
+TEST_F(ScanStart, StartWhileAScanIsStoppedBeginsAnewUnlessItIsRefused) {
+    go_to(8);
+    scan.cancel();
+    ASSERT_TRUE(scan.cancelling());
+    data.Text1 = "31";
     EXPECT_FALSE(scan.start());
-    EXPECT_EQ(state.scanStep, 3);
-    EXPECT_TRUE(notice.boxes.empty());
+    EXPECT_TRUE(scan.cancelling());
+    data.Text1 = "60";
+    EXPECT_TRUE(scan.start());
+    EXPECT_FALSE(scan.cancelling());
+    EXPECT_EQ(state.scanStep, 0);
 }
