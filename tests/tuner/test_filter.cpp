@@ -164,13 +164,26 @@ TEST(NotchDampings, AreWidthOverCentreUpAndDownByHalfOfTheDepth) {
 }
 
 TEST(FilterTypeTexts, NameTypesAndRows) {
-    EXPECT_EQ(filter_type_texts(0).name.english, "1st order LPF");
-    EXPECT_EQ(filter_type_texts(1).name.chinese, "二阶低通滤波器");
-    EXPECT_EQ(filter_type_texts(2).labels[3], "Notch Depth");
-    EXPECT_EQ(filter_type_texts(3).labels[0], "");
-    EXPECT_EQ(filter_type_texts(3).labels[2], "Cut Gain");
-    EXPECT_EQ(filter_type_texts(4).name.english, "2nd order leadlag filter");
-    EXPECT_EQ(filter_type_texts(5).labels[2], "Ts(s)");
+    const struct {
+        const char *chinese, *english;
+        std::array<std::string_view, kParameters> labels;
+    } rows[] = {
+        {"一阶低通滤波器", "1st order LPF", {"Bandwidth", "", "", ""}},
+        {"二阶低通滤波器", "2nd order LPF", {"Bandwidth", "Damping", "", ""}},
+        {"陷波滤波器", "Notch Filter", {"Notch F", "Damping", "Notch Width", "Notch Depth"}},
+        {"一阶超前滞后滤波器", "1st order leadlag filter", {"", "", "Cut Gain", "Phase Center"}},
+        {"二阶超前滞后滤波器",
+         "2nd order leadlag filter",
+         {"", "Damping", "Cut Gain", "Phase Center"}},
+        {"滑动平均滤波", "MAF", {"Order(Int)", "", "Ts(s)", ""}},
+    };
+    int position = 0;
+    for (const auto& row : rows) {
+        const FilterTypeTexts& texts = filter_type_texts(position++);
+        EXPECT_EQ(texts.name.chinese, row.chinese);
+        EXPECT_EQ(texts.name.english, row.english);
+        EXPECT_EQ(texts.labels, row.labels) << row.english;
+    }
     EXPECT_EQ(&filter_type_texts(99), &filter_type_texts(5));
 }
 
