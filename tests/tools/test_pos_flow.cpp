@@ -207,9 +207,16 @@ TEST(PosFlowPage, ShowsTheLiveIndex) {
 }
 
 TEST(PosFlowPage, TextsOfTheControlsAreTold) {
-    EXPECT_EQ(pos_flow_texts().size(), 6U);
-    EXPECT_EQ(pos_flow_texts()[0].text, "读取配置表/Read Table");
-    EXPECT_EQ(pos_flow_texts()[5].text, "当前索引/Current Index");
+    EXPECT_EQ(kPosFlowCaption, "位置表模式/Position Table Mode");
+    std::vector<std::pair<std::string, std::string>> texts;
+    for (const PosFlowText& each : pos_flow_texts())
+        texts.emplace_back(each.control, each.text);
+    EXPECT_EQ(texts, (Boxes{{"Command1", "读取配置表/Read Table"},
+                            {"Command2", "写入配置表/Write Table"},
+                            {"Command3", "导入配置表/Import Table"},
+                            {"Command4", "导出配置表/Export Table"},
+                            {"Command5", "清空配置表/Clear Table"},
+                            {"Label1", "当前索引/Current Index"}}));
 }
 
 }  // namespace

@@ -130,8 +130,17 @@ TEST(PositionGrids, AreBuiltWithTheirHeadings) {
               (std::array<std::string, 3>{"Idx", "Acc rps/s", "Dec rps/s"}));
     EXPECT_EQ(grids.MSHFlexGrid3.at(0, 0), "CTL Reg of index:0");
     EXPECT_EQ(grids.MSHFlexGrid3.at(0, 9), "CTL Reg of index:0");
-    EXPECT_EQ(grids.MSHFlexGrid3.at(1, 0), "Bit0-4:Next Index");
-    EXPECT_EQ(grids.MSHFlexGrid3.at(1, 9), "Bit14-15:StartCond.");
+    const std::array<std::string, 10> fields{"Bit0-4:Next Index",
+                                             "Bit5",
+                                             "Bit6",
+                                             "Bit7",
+                                             "Bit8:Next/Stop",
+                                             "Bit9:Cond 0",
+                                             "Bit10:Cond 1",
+                                             "Bit11:And/Or",
+                                             "Bit12-13:MODE",
+                                             "Bit14-15:StartCond."};
+    EXPECT_EQ(grids.MSHFlexGrid3.cells[register_row::kNames], fields);
 }
 
 TEST(PositionGrids, HaveChineseHeadingsToo) {
@@ -144,7 +153,10 @@ TEST(PositionGrids, HaveChineseHeadingsToo) {
     EXPECT_EQ(grids.MSHFlexGrid1.at(0, 1), "加速度rps/s");
     EXPECT_EQ(grids.MSHFlexGrid1.at(0, 2), "减速度rps/s");
     EXPECT_EQ(grids.MSHFlexGrid3.at(0, 3), "控制寄存器:31");
-    EXPECT_EQ(grids.MSHFlexGrid3.at(1, 4), "位8:继续/停止");
+    const std::array<std::string, 10> fields{
+        "位0-4:下一个", "位5",        "位6",        "位7",          "位8:继续/停止",
+        "位9:条件0",    "位10:条件1", "位11:与/或", "位12-13:模式", "位14-15:触发"};
+    EXPECT_EQ(grids.MSHFlexGrid3.cells[register_row::kNames], fields);
 }
 
 TEST(PositionGrids, ClearGivesIndexesFirstItemsAndZeros) {
