@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include "params/ui_palette.h"
@@ -13,6 +14,7 @@ namespace {
 constexpr const char* kTag = "Tag";
 constexpr char32_t kEnter = 13;
 constexpr char32_t kDelete = 127;
+constexpr int kSmallestColumn = 300;  // pixels
 
 // The English half; the walk through the window's texts puts the right one.
 template <typename Control>
@@ -101,7 +103,7 @@ HomingFrame::HomingFrame(const char* name, QWidget* parent) : QGroupBox(parent) 
 
 // Both would make room for a line and a title.
 void HomingFrame::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
+    QWidget::resizeEvent(event);  // NOLINT(bugprone-parent-virtual-call): not the frame's own
 }
 
 void HomingFrame::changeEvent(QEvent* event) {
@@ -171,6 +173,36 @@ HomingListBox::HomingListBox(const char* name, QWidget* parent) : QComboBox(pare
 
 void HomingListBox::wheelEvent(QWheelEvent* event) {
     event->ignore();
+}
+
+// --- HomingColumn
+
+HomingColumn::HomingColumn(QWidget* column, QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Expanding);
+    setWidget(column);
+    column->installEventFilter(this);
+}
+
+QSize HomingColumn::sizeHint() const {
+    return {minimumSizeHint().width(), widget()->sizeHint().height()};
+}
+
+// The bar stands beside the controls, not over them.
+QSize HomingColumn::minimumSizeHint() const {
+    const bool bar = height() < widget()->minimumSizeHint().height();
+    return {
+        widget()->minimumSizeHint().width() + (bar ? verticalScrollBar()->sizeHint().width() : 0),
+        kSmallestColumn};
+}
+
+// Another language makes other widths.
+bool HomingColumn::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(watched, event);
 }
 
 }  // namespace servo::tools::homing

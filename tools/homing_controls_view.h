@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QString>
 #include <functional>
 #include <string_view>
@@ -96,6 +97,19 @@ class HomingListBox final : public QComboBox {
 
   protected:
     void wheelEvent(QWheelEvent* event) override;
+};
+
+// A column of controls that keeps its width and gives way in height.
+class HomingColumn final : public QScrollArea {
+    Q_OBJECT
+
+  public:
+    HomingColumn(QWidget* column, QWidget* parent);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 }  // namespace servo::tools::homing

@@ -134,10 +134,11 @@ std::string home_text(const HomingTravel& travel, Language language) {
 std::vector<std::string> start_texts(const HomingTravel& travel, Language language) {
     std::vector<std::string> lines;
     for (const HomingStart& start : travel.zones()) {
-        const std::string zone(zone_text(start.zone).in(language));
-        const std::string legs = legs_text(start.legs, language);
-        lines.push_back(language == Language::kChinese ? zone + "：" + legs + "。"
-                                                       : zone + ": " + legs + ".");
+        std::string line(zone_text(start.zone).in(language));
+        line += Text{"：", ": "}.in(language);
+        line += legs_text(start.legs, language);
+        line += Text{"。", "."}.in(language);
+        lines.push_back(std::move(line));
     }
     return lines;
 }

@@ -4,8 +4,6 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "params/ui_palette.h"
-
 namespace servo::tools {
 
 using namespace homing;
@@ -55,9 +53,6 @@ QWidget* HomingValuesWidget::make_method() {
     Label3_ = make_value(frame, "Label3");
     Label3_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     take_ = make_command(frame, "CommandA", "采用/Take over");
-    comparison_ = make_value(frame, "LabelH");
-    comparison_->setWordWrap(true);
-    comparison_->setMargin(kInnerGap);
     auto* grid = new QGridLayout(frame);
     grid->setContentsMargins(kGap, kInnerGap, kGap, kGap);
     grid->setHorizontalSpacing(kGap);
@@ -68,7 +63,6 @@ QWidget* HomingValuesWidget::make_method() {
     grid->addWidget(make_caption(frame, "LabelG", "实际原点模式/Actual Home Method"), 1, 0);
     grid->addWidget(Label3_, 1, 1);
     grid->addWidget(take_, 1, 2);
-    grid->addWidget(comparison_, 2, 0, 1, 4);
     grid->setColumnStretch(3, 1);
     return frame;
 }
@@ -238,21 +232,6 @@ void HomingValuesWidget::refresh() {
     Check4_->setChecked(held.Check4);
     for (std::size_t i = 0; i < lists_.size(); ++i)
         if (lists_[i]->currentIndex() != held.lists[i]) lists_[i]->setCurrentIndex(held.lists[i]);
-    refresh_comparison();
-}
-
-// In words first; the ground behind them only draws the eye to a difference.
-void HomingValuesWidget::refresh_comparison() {
-    const HomingComparison comparison = form_.comparison();
-    show_text(comparison_, comparison.text);
-    const bool differs = comparison.agreement == HomingAgreement::kDiffers ||
-                         comparison.agreement == HomingAgreement::kInvalid;
-    QPalette colours = comparison_->palette();
-    colours.setColor(QPalette::Window, QColor::fromRgba(params::palette::kNotice));
-    colours.setColor(QPalette::WindowText, QColor::fromRgba(differs ? params::palette::kText
-                                                                    : params::palette::kMutedText));
-    if (comparison_->palette() != colours) comparison_->setPalette(colours);
-    comparison_->setAutoFillBackground(differs);
 }
 
 void HomingValuesWidget::apply_language(base::Language language) {

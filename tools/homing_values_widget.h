@@ -34,7 +34,6 @@ class HomingValuesWidget final : public QWidget {
                  QWidget* box, const char* unit_name, std::string_view unit);
     void put_wide(QGridLayout* grid, int row, const char* label, std::string_view pair,
                   QWidget* box);
-    void refresh_comparison();
 
     Homing2& form_;
     std::function<void()> acted_;
@@ -43,7 +42,6 @@ class HomingValuesWidget final : public QWidget {
     QPushButton* Command1_ = nullptr;     // writes it
     QLabel* Label3_ = nullptr;            // the method in the drive
     QPushButton* take_ = nullptr;         // makes the choices stand for it
-    QLabel* comparison_ = nullptr;        // whether the two agree
     std::array<homing::HomingBox*, kHomingEntries.size()> entries_{};  // Text2 to Text6
     QCheckBox* Check4_ = nullptr;                                      // home at power-up
     std::array<QComboBox*, kHomingListSizes.size()> lists_{};          // Combo1, Combo2

@@ -45,6 +45,9 @@ Homing2Window::Homing2Window(Homing2& form, QWidget* parent) : QWidget(parent), 
     values_ = new HomingValuesWidget(
         form_, [this] { refresh_now(); }, this);
     Image1_ = new HomingPictureWidget(this);
+    comparison_ = make_value(this, "LabelH");
+    comparison_->setMargin(kInnerGap);
+    comparison_->setWordWrap(true);
     travel_ = make_value(this, "LabelP");
     travel_->setWordWrap(true);
     travel_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -66,22 +69,27 @@ Homing2Window::~Homing2Window() {
     form_.set_observer(nullptr);
 }
 
-// What is chosen on the left, what comes of it on the right.
+// What is chosen on the left, what comes of it on the right. Where the window is too low for all
+// that is on the left, that can be scrolled.
 void Homing2Window::lay_out() {
-    auto* left = new QVBoxLayout;
+    auto* column = new QWidget;
+    auto* left = new QVBoxLayout(column);
+    left->setContentsMargins(0, 0, 0, 0);
     left->setSpacing(kGap);
     left->addWidget(choices_);
     left->addWidget(values_);
     left->addStretch();
+    auto* scrolled = new HomingColumn(column, this);
     auto* right = new QVBoxLayout;
     right->setSpacing(kGap);
+    right->addWidget(comparison_);
     right->addWidget(Image1_, 2);
     right->addWidget(travel_);
     right->addWidget(RichTextBox1_, 1);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(kGap, kGap, kGap, kGap);
     layout->setSpacing(2 * kGap);
-    layout->addLayout(left);
+    layout->addWidget(scrolled);
     layout->addLayout(right, 1);
 }
 
@@ -97,8 +105,23 @@ void Homing2Window::refresh_now() {
     gather_.stop();
     choices_->refresh();
     values_->refresh();
+    refresh_comparison();
     refresh_picture();
     refresh_texts();
+}
+
+// In words first; the ground behind them only draws the eye to a difference.
+void Homing2Window::refresh_comparison() {
+    const HomingComparison comparison = form_.comparison();
+    show_text(comparison_, comparison.text);
+    const bool differs = comparison.agreement == HomingAgreement::kDiffers ||
+                         comparison.agreement == HomingAgreement::kInvalid;
+    QPalette colours = comparison_->palette();
+    colours.setColor(QPalette::Window, QColor::fromRgba(params::palette::kNotice));
+    colours.setColor(QPalette::WindowText, QColor::fromRgba(differs ? params::palette::kText
+                                                                    : params::palette::kMutedText));
+    if (comparison_->palette() != colours) comparison_->setPalette(colours);
+    comparison_->setAutoFillBackground(differs);
 }
 
 void Homing2Window::refresh_picture() {

@@ -42,6 +42,7 @@ class Homing2Window final : public QWidget, private HomingObserver {
     void focus_moved() override;
     void lay_out();
     void apply_language();
+    void refresh_comparison();
     void refresh_picture();
     void refresh_texts();
     void mark_method();
@@ -50,6 +51,7 @@ class Homing2Window final : public QWidget, private HomingObserver {
     Homing2& form_;
     HomingChoiceWidget* choices_ = nullptr;
     HomingValuesWidget* values_ = nullptr;
+    QLabel* comparison_ = nullptr;            // how drive and choice stand to each other
     HomingPictureWidget* Image1_ = nullptr;   // picture of the method
     QLabel* travel_ = nullptr;                // what the axis will do, step by step
     QPlainTextEdit* RichTextBox1_ = nullptr;  // description of the group of methods

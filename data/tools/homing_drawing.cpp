@@ -172,7 +172,7 @@ class Drawer {
             for (const HomingStep& step : steps)
                 if (step.leg.until != HomingEvent::kIndex) edges.push_back(step.event);
         std::ranges::sort(edges);
-        edges.erase(std::ranges::unique(edges).begin(), edges.end());
+        edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
         const double bottom = tracks_top_ + static_cast<double>(tracks_.size()) * track_;
         for (const double edge : edges)
             line({{x_of(edge), rail_y_}, {x_of(edge), bottom}}, Ink::kGuide, 1, true);
@@ -288,7 +288,7 @@ class Drawer {
                .height = 2 * kHomeCircleRadius,
                .text = std::to_string(travel_.method),
                .ink = Ink::kHome,
-               .size = 10.5,
+               .size = travel_.method < 0 ? 8.5 : 10.5,
                .bold = true,
                .align = Align::kCentre});
         drawing_.start_dots.push_back(start);

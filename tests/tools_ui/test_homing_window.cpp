@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QPlainTextEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTextBlock>
 
 #include "homing_window_bench.h"
@@ -264,8 +266,23 @@ TEST_F(HomingWindowTest, FitsIntoASmallMainWindow) {
         walk(each);
         const QSize smallest = window.minimumSizeHint();
         EXPECT_LE(smallest.width(), 1000);
-        EXPECT_LE(smallest.height(), 580);
+        EXPECT_LE(smallest.height(), 520);
+        // With a little more height nothing has to be scrolled.
+        EXPECT_LE(window.findChild<QScrollArea*>()->widget()->sizeHint().height(), 555);
     }
+}
+
+TEST_F(HomingWindowTest, WhatDoesNotFitInHeightCanBeScrolled) {
+    window.resize(1000, 420);
+    QApplication::processEvents();
+    EXPECT_EQ(window.height(), 420);
+    control<>("Check4").setFocus(Qt::TabFocusReason);
+    auto* column = window.findChild<QScrollArea*>();
+    ASSERT_NE(column, nullptr);
+    EXPECT_TRUE(column->verticalScrollBar()->isVisible());
+    EXPECT_FALSE(column->horizontalScrollBar()->isVisible());
+    EXPECT_GE(column->viewport()->width(), column->widget()->minimumSizeHint().width())
+        << "nothing is cut off";
 }
 
 }  // namespace
