@@ -91,22 +91,24 @@ Abort FrequencyScan::check() const {
     return range / step_.value + 1 > kScanPoints ? Abort::kMappedTooLong : Abort::kNone;
 }
 
-void FrequencyScan::take_plan() {
-    plan_.first = first_.value;
-    plan_.step = step_.value;
-    plan_.points = (last_.value - first_.value) / step_.value + 1;
-    plan_.amplitude = static_cast<double>(amplitude_.value) * units_.ampere;
-    plan_.bias = std::clamp(static_cast<double>(bias_.value) * units_.speed, -units_.most_speed,
-                            units_.most_speed);
-    plan_.travel = static_cast<double>(travel_.value);
-    plan_.settle_periods = std::max<std::int64_t>(settle_.value, 1);
-    plan_.measure_periods = std::max<std::int64_t>(measure_.value, 1);
-    plan_.into_speed = injection_point_.value == 1;
+FrequencyScan::Plan FrequencyScan::written_plan() const {
+    Plan plan;
+    plan.first = first_.value;
+    plan.step = step_.value;
+    plan.points = (last_.value - first_.value) / step_.value + 1;
+    plan.amplitude = static_cast<double>(amplitude_.value) * units_.ampere;
+    plan.bias = std::clamp(static_cast<double>(bias_.value) * units_.speed, -units_.most_speed,
+                           units_.most_speed);
+    plan.travel = static_cast<double>(travel_.value);
+    plan.settle_periods = std::max<std::int64_t>(settle_.value, 1);
+    plan.measure_periods = std::max<std::int64_t>(measure_.value, 1);
+    plan.into_speed = injection_point_.value == 1;
+    return plan;
 }
 
 void FrequencyScan::start(const ScanUnits& units, const Axis& axis) {
     units_ = units;
-    take_plan();
+    plan_ = written_plan();
     results_.begin(amplitude_.value);
     result_ = ScanResult::kNone;
     done_ = 0;

@@ -60,6 +60,9 @@ class FrequencyScan : public Subsystem {
 
     // The motor turns for the scan, be it on the way to its rest.
     bool active() const { return phase_ != Phase::kIdle; }
+    // Of one that is active: a start would not be for what it measures, since another plan has been
+    // written meanwhile or its measuring is over.
+    bool is_outdated() const { return phase_ == Phase::kRunDown || written_plan() != plan_; }
 
     // Ends the measuring; the motor comes to rest with the following steps.
     void stop(ScanResult result);
@@ -90,9 +93,10 @@ class FrequencyScan : public Subsystem {
         std::int64_t settle_periods = 0;
         std::int64_t measure_periods = 1;
         bool into_speed = false;
+        bool operator==(const Plan&) const = default;
     };
 
-    void take_plan();
+    Plan written_plan() const;
     std::int64_t hertz() const { return plan_.first + done_ * plan_.step; }
     double steps_per_period() const;
     void begin_point(const Axis& axis);

@@ -30,8 +30,13 @@ bool ready_for_power(DriveState state) {
 
 void Motion::command_scan(std::int64_t command) {
     if (command == kScan) {
-        // Asked for once more, since the answer was lost: the one under way goes on.
-        if (!scan_.active()) start_scan();
+        // Asked for once more, since the answer was lost, the one under way goes on. With another
+        // plan it begins anew: its points would be taken for those of the other plan.
+        if (scan_.active()) {
+            if (!scan_.is_outdated()) return;
+            scan_.stop(ScanResult::kStopped);
+        }
+        start_scan();
     } else {
         scan_.stop(ScanResult::kStopped);
     }
@@ -52,7 +57,7 @@ void Motion::start_scan() {
     units.resolution = motor_.resolution;
     units.acceleration = motor_.torque_constant / motor_.inertia * motor_.resolution / (2.0 * kPi);
     units.most_speed = targets_.speed_profile.speed;
-    after_scan_ = state_;
+    if (!scan_.active()) after_scan_ = state_;
     // Power for a scan is not the first enabling that homes.
     const bool home_later = std::exchange(home_when_enabled_, false);
     set_state(DriveState::kOperationEnabled);

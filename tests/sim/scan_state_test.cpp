@@ -260,6 +260,42 @@ TEST(ScanState, ASecondStartGoesOn) {
     EXPECT_EQ(bench.result(), 1);
 }
 
+TEST(ScanState, ASecondStartWithAnotherPlanBeginsAnew) {
+    for (const bool enabled : {false, true}) {
+        ScanBench bench;
+        if (enabled) bench.enable(1);
+        const auto before = state_of(bench);
+        ASSERT_TRUE(started(bench));
+        ASSERT_TRUE(
+            bench.run_until([&] { return *bench.drive().value(0x304008) == 2; }, seconds(5)));
+        const Plan other{.first = 100, .last = 160, .step = 20, .current = 80};
+        ASSERT_TRUE(bench.write_plan(other));
+        ASSERT_TRUE(bench.start());
+        EXPECT_EQ(bench.drive().value(0x304008), 0);
+        ASSERT_TRUE(bench.wait());
+        EXPECT_EQ(bench.result(), 1);
+        EXPECT_EQ(state_of(bench), before);
+        ScanBench alone;
+        Blocks wanted;
+        ASSERT_TRUE(alone.scan(other, wanted));
+        const Curve found = analysed(other, bench.fetch(points_of(other)));
+        const Curve same = analysed(other, wanted);
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_NEAR(found.magnitude[i], same.magnitude[i], 0.03 * same.magnitude[i]) << i;
+    }
+}
+
+TEST(ScanState, AStartWhileTheMotorRunsDownBeginsAnew) {
+    ScanBench bench;
+    ASSERT_TRUE(started(bench));
+    ASSERT_TRUE(bench.run_until([&] { return *bench.drive().value(0x304008) == 2; }, seconds(5)));
+    ASSERT_TRUE(bench.write(0x304001, 0, 1));
+    ASSERT_TRUE(bench.start());
+    ASSERT_TRUE(bench.wait());
+    EXPECT_EQ(bench.result(), 1) << "and not that it was stopped";
+    EXPECT_EQ(bench.drive().value(0x304008), points_of(kShort));
+}
+
 TEST(ScanState, ShowsHowFarItIs) {
     ScanBench bench;
     EXPECT_EQ(bench.read(0x304006), 0U);

@@ -177,6 +177,18 @@ TEST_F(ScanSimulated, CancelStopsTheMotorAndLeavesTheScanThatWas) {
     ASSERT_TRUE(scan("100", "50", "300", "60")) << "and the next one runs";
 }
 
+TEST_F(ScanSimulated, ScanBegunAnewUnderTheMeasurementIsThatOfTheNewPlan) {
+    start("4", "3", "1000", "100");
+    ASSERT_TRUE(run_until([this] { return tuner.scan().measuring(); }, 5s));
+    run_for(3s);
+    ASSERT_TRUE(tuner.scan().measuring());
+    ASSERT_TRUE(scan("100", "50", "300", "60"));
+    EXPECT_EQ(tuner.data().buffers.pointCount, 5);
+    EXPECT_EQ(value(0x30400E), 1) << "measured to its end";
+    EXPECT_LT(worst().decibel, 0.5);
+    EXPECT_LT(worst().degrees, 3.0);
+}
+
 TEST_F(ScanSimulated, LinkClosedUnderTheMeasurementAndOpenedAgain) {
     start("4", "3", "1000", "100");
     ASSERT_TRUE(run_until([this] { return tuner.scan().measuring(); }, 5s));
