@@ -1,6 +1,7 @@
 // The list of functions: its file, its groups, values to names and back.
 #include <gtest/gtest.h>
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,64 @@ TEST(DigitalIOList, TheShippedListHasThirtyFourInputsAndEighteenOutputs) {
     EXPECT_EQ(list.inputs.at(33).code, 0x9040);
     EXPECT_EQ(list.outputs.at(15).chinese, "位置表运行");
     EXPECT_EQ(list.outputs.at(15).code, 0x8001);
+}
+
+constexpr const char* kInputNames[] = {
+    "使能/Enable",
+    "复位故障/Reset Errors",
+    "工作模式控制/Operate Mode Sel",
+    "Kvi关闭/Kvi Off",
+    "正限位/P Limit +",
+    "负限位/P Limit -",
+    "原点信号/Home Signal",
+    "指令反向/Invert Direction",
+    "Din速度索引0/Din Vel Index0",
+    "Din速度索引1/Din Vel Index1",
+    "Din位置索引0/Din Pos Index0",
+    "Din位置索引1/Din Pos Index1",
+    "紧急停止/Quick Stop",
+    "开始找原点/Start Homing",
+    "指令激活/Activate Command",
+    "Din速度索引2/Din Vel Index2",
+    "Din位置索引2/Din Pos Index2",
+    "多功能输入0/Multifunction0",
+    "多功能输入1/Multifunction1",
+    "多功能输入2/Multifunction2",
+    "增益切换0/Gain Switch0",
+    "增益切换1/Gain Switch1",
+    "最大电流切换/MaxCur Switch",
+    "电机故障/Motor Error",
+    "预使能/Pre Enable",
+    "位置表条件0/PosTable Cond0",
+    "激活位置表/Start PosTable",
+    "位置表索引0/PosTable Idx0",
+    "位置表索引1/PosTable Idx1",
+    "位置表索引2/PosTable Idx2",
+    "终止位置表/Abort PosTable",
+    "位置表条件1/PosTable Cond1",
+    "快速捕捉1/Fast Capture1",
+    "快速捕捉2/Fast Capture2",
+};
+constexpr const char* kOutputNames[] = {
+    "驱动器就绪/Ready",           "驱动器故障/Error",         "位置到/Pos Reached",
+    "零速度/Zero Speed",          "电机制动/Motor Brake",     "速度到/Speed Reached",
+    "索引信号出现/Enc Index",     "速度达到限制/Speed Limit", "电机锁轴/Driver Enabled",
+    "限位中/Position Limit",      "原点找到/Home Found",      "电流警告/Current Limit",
+    "多功能信号0/Multi Dout 0",   "多功能信号1/Multi Dout 1", "多功能信号2/Multi Dout 2",
+    "位置表运行/PosTable Active", "STO有效/STO Active",       "编码器警告/Enc Warning",
+};
+
+// Letter by letter, in the order of the boxes.
+TEST(DigitalIOList, NamesOfTheShippedList) {
+    const FunctionList list = shipped();
+    const auto expect_names = [](const IoFunctions& side, std::span<const char* const> told) {
+        ASSERT_EQ(static_cast<std::size_t>(side.count()), told.size());
+        for (int i = 0; i < side.count(); ++i)
+            EXPECT_EQ(side.at(i).chinese + "/" + side.at(i).english,
+                      told[static_cast<std::size_t>(i)]);
+    };
+    expect_names(list.inputs, kInputNames);
+    expect_names(list.outputs, kOutputNames);
 }
 
 TEST(DigitalIOList, GroupsOfTheShippedList) {
