@@ -2,6 +2,8 @@
 
 #include "params/modbus_table.h"
 #include "params/tabbed_page.h"
+#include "tools/easy.h"
+#include "tools/pos_flow.h"
 
 namespace servo::app {
 
@@ -22,7 +24,39 @@ class ModbusProjectGrid final : public ProjectGrid {
     const dictionary::Store& dictionary_;
 };
 
+class RampProjectGrid final : public ProjectGrid {
+  public:
+    explicit RampProjectGrid(const tools::RampGrid& grid) : grid_(grid) {}
+    int rows() const override { return tools::RampGrid::kRows; }
+    std::string cell(int row, int column) const override {
+        return tools::RampGrid::holds(row, column) ? grid_.at(row, column) : std::string();
+    }
+    void set_rows(std::vector<params::Row>) override {}
+
+  private:
+    const tools::RampGrid& grid_;
+};
+
+class PinProjectGrid final : public ProjectGrid {
+  public:
+    int rows() const override { return tools::easy::kPins + 1; }
+    std::string cell(int row, int column) const override {
+        return column == 0 ? tools::easy::pin_text(row - 1) : std::string();
+    }
+    void set_rows(std::vector<params::Row>) override {}
+};
+
 }  // namespace
+
+std::unique_ptr<ProjectGrid> find_ramp_grid(link::Window& window) {
+    const auto* table = dynamic_cast<const tools::PosFlow*>(&window);
+    return table == nullptr ? nullptr
+                            : std::make_unique<RampProjectGrid>(table->data().grids.MSHFlexGrid1);
+}
+
+std::unique_ptr<ProjectGrid> find_pin_grid(link::Window& window) {
+    return window.name() == "EASY1" ? std::make_unique<PinProjectGrid>() : nullptr;
+}
 
 std::unique_ptr<ProjectGrid> find_tab_grid(link::Window& window) {
     auto* page = dynamic_cast<params::TabbedPage*>(&window);

@@ -34,6 +34,8 @@ ShellFiles::ShellFiles(Workstation& workstation, DialogSwitch& dialogs, QMenu& r
       menu_(recent_menu),
       project_(workstation, dialogs) {
     project_.add_grids(find_tab_grid);
+    project_.add_grids(find_ramp_grid);
+    project_.add_grids(find_pin_grid);
     project_.add_grids([&dictionary = workstation.dictionary](link::Window& window) {
         return find_modbus_grid(window, dictionary);
     });
@@ -41,6 +43,14 @@ ShellFiles::ShellFiles(Workstation& workstation, DialogSwitch& dialogs, QMenu& r
     openers_.handle(FileKindId::kRecording,
                     [this](const std::string& path) { open_recording(path); });
     openers_.handle(FileKindId::kFirmware, [this](const std::string& path) { open_image(path); });
+    openers_.handle(FileKindId::kFrequencyResponse,
+                    [this](const std::string& path) { open_response(path); });
+    openers_.handle(FileKindId::kPositionTable,
+                    [this](const std::string& path) { open_table(path); });
+    openers_.handle(FileKindId::kConfiguration,
+                    [this](const std::string& path) { open_configuration(path); });
+    openers_.handle(FileKindId::kConfigurationTemplate,
+                    [this](const std::string& path) { open_template(path); });
     connect(&menu_, &QMenu::aboutToShow, this, &ShellFiles::fill_menu);
 }
 
@@ -70,6 +80,26 @@ void ShellFiles::open_recording(const std::string& path) {
 void ShellFiles::open_image(const std::string& path) {
     open_page(workstation_, workstation_.download_rows);
     workstation_.download.load_image(path);
+}
+
+void ShellFiles::open_response(const std::string& path) {
+    open_page(workstation_, workstation_.tools.tuner);
+    workstation_.tools.tuner.Command2_Click(path);
+}
+
+void ShellFiles::open_table(const std::string& path) {
+    open_page(workstation_, workstation_.tools.pos_flow);
+    workstation_.tools.pos_flow.import_file(path);
+}
+
+void ShellFiles::open_configuration(const std::string& path) {
+    open_page(workstation_, workstation_.tools.configuration);
+    workstation_.tools.configuration.load_source(path);
+}
+
+void ShellFiles::open_template(const std::string& path) {
+    open_page(workstation_, workstation_.tools.configuration);
+    workstation_.tools.configuration.load_template(path);
 }
 
 void ShellFiles::used(const ProjectResult& result) {

@@ -42,6 +42,10 @@ class ShellFiles final : public QObject {
     void open_project(const std::string& path);
     void open_recording(const std::string& path);
     void open_image(const std::string& path);
+    void open_response(const std::string& path);
+    void open_table(const std::string& path);
+    void open_configuration(const std::string& path);
+    void open_template(const std::string& path);
     void used(const ProjectResult& result);
     void fill_menu();
 

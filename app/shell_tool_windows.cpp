@@ -2,9 +2,14 @@
 
 #include "app/user_dialogs.h"
 #include "app/window_adder.h"
+#include "tools/configuration_window.h"
 #include "tools/digital_io_window.h"
+#include "tools/easy_window.h"
+#include "tools/errors_window.h"
 #include "tools/homing_window.h"
+#include "tools/init_save_window.h"
 #include "tools/pos_flow_window.h"
+#include "tools/rs485_window.h"
 #include "tuner/tuner_window.h"
 
 namespace servo::app {
@@ -37,6 +42,18 @@ void add_tool_windows(WindowAdder& adder, Workstation& workstation, UserDialogs&
         return new tools::DigitalIOWindow(workstation.tools.digital_io,
                                           workstation.Tavro_Nevra_Other_mode);
     });
+    adder.add("Errors", [&workstation] {
+        return new tools::ErrorsWindow(workstation.tools.errors,
+                                       workstation.Tavro_Nevra_Other_mode);
+    });
+    adder.add("InitSave",
+              [&workstation] { return new tools::InitSaveWindow(workstation.tools.init_save); });
+    adder.add(
+        "imexport",
+        [&workstation] { return new tools::ConfigurationWindow(workstation.tools.configuration); },
+        Kind::kPage, kRoomy);
+    adder.add("RS485", [&workstation] { return new tools::Rs485Window(workstation.tools.rs485); });
+    adder.add("EASY1", [&workstation] { return new tools::EasyWindow(workstation.language); });
     adder.add(
         "PosFlow", [&workstation] { return new tools::PosFlowWindow(workstation.tools.pos_flow); },
         Kind::kPage, kRoomy);

@@ -24,15 +24,6 @@ constexpr WindowDefinition ready(std::string_view name, std::string_view tag,
     return {.name = name, .state = kReady, .tag = tag, .designed_font = designed_font};
 }
 
-constexpr WindowDefinition coming(std::string_view name, std::string_view tag, bool designed_font,
-                                  base::Text purpose) {
-    return {.name = name,
-            .state = kComing,
-            .tag = tag,
-            .designed_font = designed_font,
-            .purpose = purpose};
-}
-
 constexpr std::array kWindows{
     page("AN_SPEED"),
     page("AN_Torque"),
@@ -42,9 +33,7 @@ constexpr std::array kWindows{
     page("CLoop"),
     ready("DigitalIO", "数字IO设置/Digital IO Functions", kDesignedFont),
     ready("Download", "固件下载/Load Firmware"),
-    coming("Errors", "故障显示/Error Display", kDesignedFont,
-           {"逐位显示驱动器的两个错误状态字，并可逐个屏蔽。",
-            "The drive's two error words bit by bit, with a mask for each bit."}),
+    ready("Errors", "故障显示/Error Display", kDesignedFont),
     page("Driver_CFG"),
     page("Driver_Property"),
     page("F000"),
@@ -54,9 +43,7 @@ constexpr std::array kWindows{
     page("F005"),
     ready("Form1", "通信设置/Communication Settings"),
     page("Homing"),
-    coming("InitSave", "初始化 保存 重启/Init Save Reboot", !kDesignedFont,
-           {"存储或初始化参数，并重启驱动器。",
-            "Stores or resets the drive's parameters, and restarts the drive."}),
+    ready("InitSave", "初始化 保存 重启/Init Save Reboot"),
     page("Motor"),
     ready("ObjectDictionay", "对象字典/Object Dictionary", kDesignedFont),
     page("PD_MODE"),
@@ -66,12 +53,8 @@ constexpr std::array kWindows{
     page("VLoop"),
     ready("Scope", "示波器/Scope", kDesignedFont),
     WindowDefinition{.name = "imexport",
-                     .state = kComing,
                      .designed = {"读写驱动器配置", "R/W Driver Configuration"},
-                     .reduced = {"读写驱动器配置", "R/W Controller Configuration"},
-                     .purpose = {"把配置文件写入驱动器，或把驱动器的配置读出到文件。",
-                                 "Writes a configuration file to the drive, or reads the drive's "
-                                 "settings into one."}},
+                     .reduced = {"读写驱动器配置", "R/W Controller Configuration"}},
     ready("PosFlow", "位置表模式/Position Table Mode\\"),
     ready("Homing2", "原点定义/Homing Definition\\", kDesignedFont),
     ready("About", "关于/About", kDesignedFont),
@@ -79,14 +62,11 @@ constexpr std::array kWindows{
     ready("TPDOSet", "TPDO"),
     ready("RPDOSet", "RPDO"),
     page("ECANset"),
-    coming("RS485", "RS485配置/485 Configuration\\", kDesignedFont,
-           {"设置驱动器串口的波特率、停止位和协议。",
-            "Baud rate, stop bits and protocol of the drive's serial port."}),
+    ready("RS485", "RS485配置/485 Configuration\\", kDesignedFont),
     WindowDefinition{.name = "ADVtunner",
                      .designed = {"整定器/专家模式", "Advanced Tuner"},
                      .designed_font = kDesignedFont},
-    coming("EASY1", "快速设置/EASY Setup Wizard", !kDesignedFont,
-           {"引导完成驱动器的首次设置。", "A guide through the first set-up of a drive."}),
+    ready("EASY1", "快速设置/EASY Setup Wizard"),
     ready("Motorcodes", "更多电机/More Motors"),
     ready("modbus", "ModBus列表/ModBusList"),
 };
