@@ -16,3 +16,8 @@ if(TARGET servo_test_sim_bench AND TARGET servo_tools AND TARGET data_tree)
                LINKS servo_tools servo_test_sim_bench)
     add_dependencies(test_pos_flow_sim data_tree)
 endif()
+if(TARGET servo_test_sim_bench AND TARGET servo_tools AND TARGET servo_scope AND TARGET data_tree)
+    servo_test(test_pos_flow_scope SOURCES test_pos_flow_scope.cpp
+               LINKS servo_tools servo_scope servo_test_sim_bench)
+    add_dependencies(test_pos_flow_scope data_tree)
+endif()
