@@ -29,7 +29,9 @@ class Configuration : public ::testing::Test {
                 const std::vector<std::pair<std::string, std::string>>& values) const {
         std::string text = folder.get(from);
         for (const auto& [key, value] : values) {
-            const std::size_t at = text.find(key + ",") + key.size() + 1;
+            const std::size_t line = text.find(key + ",");
+            ASSERT_NE(line, std::string::npos) << key;
+            const std::size_t at = line + key.size() + 1;
             text.replace(at, text.find(',', at) - at, value);
         }
         folder.put(to, text);
@@ -61,6 +63,23 @@ TEST_F(Configuration, PullChangePushPullAndDiffShowsExactlyTheChanges) {
     const Result same = run({"diff", file("b.cdi"), file("c.cdi")});
     EXPECT_EQ(same.status, 0) << same.out;
     EXPECT_EQ(same.out, "");
+}
+
+TEST_F(Configuration, WholeShippedTemplateGoesOutAndBackWithoutAFailure) {
+    const RunningDrive drive({"--baud", "115200"});
+    const auto fast = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), {"--baud", "115200"});
+        return drive.ctl(std::move(words));
+    };
+    const std::string all = test::program("Servo_Settings.cdo");
+    const Result first = fast({"pull", all, file("a.cdi")});
+    EXPECT_EQ(first.out, "Finished! Fail:0\n") << first.err;
+    change("a.cdi", "b.cdi", {{"60F90110", "123"}, {"60980008", "34"}});
+    EXPECT_EQ(fast({"push", file("b.cdi")}).out, "Finished! Fail:0\n");
+    EXPECT_EQ(fast({"pull", all, file("c.cdi")}).status, 0);
+    EXPECT_EQ(run({"diff", file("b.cdi"), file("c.cdi")}).out, "");
+    const std::string changes = run({"diff", file("a.cdi"), file("c.cdi")}).out;
+    EXPECT_EQ(std::count(changes.begin(), changes.end(), '\n'), 2) << changes;
 }
 
 TEST_F(Configuration, FailedRowsAreNamedAndOne) {
