@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QVariant>
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -169,8 +170,12 @@ QString LampBox::picture() const {
     return look_ == Look::kForce ? QStringLiteral("box_forced") : QStringLiteral("box_ticked");
 }
 
+int io_row_height(const QWidget& control) {
+    return std::max(kIoRowHeight, control.fontMetrics().height() + 2);
+}
+
 QSize LampBox::sizeHint() const {
-    return {kIoLampSize + 2 * kIoGap, kIoRowHeight};
+    return {kIoLampSize + 2 * kIoGap, io_row_height(*this)};
 }
 
 void LampBox::paintEvent(QPaintEvent*) {

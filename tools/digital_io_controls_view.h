@@ -20,7 +20,9 @@ namespace servo::tools {
 
 inline constexpr int kIoGap = 6;
 inline constexpr int kIoLampSize = 18;
-inline constexpr int kIoRowHeight = 23;
+inline constexpr int kIoRowHeight = 23;  // at the usual size of the font
+// The height of a row for the font of a control: larger fonts need more.
+int io_row_height(const QWidget& control);
 
 QString io_qt(std::string_view text);
 // The half of a pair.

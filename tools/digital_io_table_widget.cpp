@@ -41,7 +41,7 @@ std::string pin_pair(int row, std::string_view chinese_head, std::string_view ch
 QPushButton* small_button(QWidget* parent, const QString& name) {
     auto* button = io_named(new QPushButton(parent), name);
     button->setAutoDefault(true);  // Enter presses it
-    button->setFixedSize(kSmallButton, kIoRowHeight - 1);
+    button->setFixedSize(kSmallButton, io_row_height(*button) - 1);
     button->setIconSize({kIconSize, kIconSize});
     set_pair(button, "-");
     return button;
@@ -97,7 +97,7 @@ void DigitalIOTableWidget::make_header() {
     clear_all_ = io_named(new QPushButton(this),
                           input ? QStringLiteral("Command7") : QStringLiteral("Command8"));
     clear_all_->setAutoDefault(true);
-    clear_all_->setFixedHeight(kIoRowHeight - 1);
+    clear_all_->setFixedHeight(io_row_height(*clear_all_) - 1);
     set_pair(clear_all_, "全部清除/Clear All");
     set_tip_pair(clear_all_, input ? "清除所有输入的功能/Clear the functions of all inputs"
                                    : "清除所有输出的功能/Clear the functions of all outputs");
@@ -133,7 +133,7 @@ void DigitalIOTableWidget::make_row(int pin) {
     made.Text1->setReadOnly(true);
     // The arrows reach it; with the tabulator it would be one stop more in every row.
     made.Text1->setFocusPolicy(Qt::ClickFocus);
-    made.Text1->setFixedHeight(kIoRowHeight - 1);
+    made.Text1->setFixedHeight(io_row_height(*made.Text1) - 1);
     made.Text1->setProperty("Tag", io_qt(tag_of(row)));
     made.Command1 = small_button(this, io_name("Command1", row));
     made.Command1->setText(QStringLiteral(">>"));
