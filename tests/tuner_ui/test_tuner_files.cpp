@@ -37,7 +37,9 @@ TEST_F(TunerFiles, ACancelledQuestionDoesNothing) {
     path.reset();
     click("Command2");
     click("Command3");
-    EXPECT_EQ(asked.size(), 2U);
+    ASSERT_EQ(asked.size(), 2U);
+    EXPECT_EQ(asked[1].filter, "bode");
+    EXPECT_TRUE(asked[0].name.empty() && asked[1].name.empty());
     EXPECT_TRUE(notice.boxes.empty());
     EXPECT_EQ(folder.entries(), 0U);
 }
