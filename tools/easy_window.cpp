@@ -93,7 +93,7 @@ void EasyWindow::lay_out() {
     columns->addLayout(left, 1);
     columns->addWidget(pins);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(2 * kGap, 2 * kGap, 2 * kGap, 2 * kGap);
+    layout->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
     layout->setSpacing(kGap);
     layout->addWidget(note);
     layout->addLayout(columns, 1);

@@ -1,6 +1,7 @@
 #include "tools/errors_row_widget.h"
 
 #include <QEvent>
+#include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -17,7 +18,7 @@ namespace palette = params::palette;
 
 constexpr int kLamp = 16;
 constexpr int kLampRoom = 40;  // the head "State" has to stand above it
-constexpr int kRowGap = 2;
+constexpr int kRowGap = 0;
 constexpr qreal kFaded = 0.4;
 constexpr qreal kRingWidth = 1.5;
 
@@ -91,12 +92,15 @@ void ErrorsRowWidget::take_click() {
     Q_EMIT acted();
 }
 
-void ErrorsRowWidget::refresh(bool explained) {
+void ErrorsRowWidget::refresh() {
     const bool on = form_.lamp(fault_);
     Image1_->show_state(on, form_.news() == FaultNews::kLive);
     Check1_->setChecked(form_.Check1(fault_));
     set_bold(caption_, on);
     set_weight(caption_, on || !form_.Check1(fault_) ? Weight::kPlain : Weight::kQuiet);
+}
+
+void ErrorsRowWidget::mark(bool explained) {
     if (explained_ == explained) return;
     explained_ = explained;
     update();
@@ -131,7 +135,13 @@ void ErrorsRowWidget::mousePressEvent(QMouseEvent* event) {
 }
 
 bool ErrorsRowWidget::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == Check1_ && event->type() == QEvent::FocusIn) Q_EMIT selected(fault_);
+    // A window that is shown or comes to the top gives the focus to a box that nobody chose.
+    if (watched == Check1_ && event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
+            reason == Qt::BacktabFocusReason)
+            Q_EMIT selected(fault_);
+    }
     return QWidget::eventFilter(watched, event);
 }
 

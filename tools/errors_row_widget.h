@@ -36,7 +36,10 @@ class ErrorsRowWidget final : public QWidget {
   public:
     ErrorsRowWidget(Errors& form, int fault, QWidget* parent);
 
-    void refresh(bool explained);
+    void refresh();
+    // Marks the row whose fault is explained. Lamp and box stay as they are: a click that is under
+    // way is for the box that the user has seen.
+    void mark(bool explained);
     void apply_language(base::Language language, dictionary::Variant variant);
 
     QCheckBox* focus_box() const { return Check1_; }

@@ -9,8 +9,7 @@ namespace {
 constexpr base::Text kSummary{"故障 {} 个，屏蔽 {} 个", "{} on, {} masked"};
 constexpr base::Text kNever{"尚未读到错误状态字", "No error word has been read yet"};
 constexpr base::Text kStale{"未连接，显示的是最后一次读到的状态", "not connected, as last read"};
-constexpr base::Text kMaskUnknown{"尚未读到屏蔽字：点击会写入此处显示的全部屏蔽位",
-                                  "Mask not read yet: a click writes all boxes as they stand here"};
+constexpr base::Text kMaskUnknown{"屏蔽尚未读到", "Masks not read yet"};
 constexpr base::Text kWord{"错误状态字{}，位 {}", "Error word {}, bit {}"};
 
 std::string count_of(std::size_t count) {

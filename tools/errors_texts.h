@@ -14,6 +14,9 @@ namespace servo::tools {
 inline constexpr std::string_view kErrorsCaption = "故障显示/Error Display";
 inline constexpr std::string_view kErrorsState = "状态/State";
 inline constexpr std::string_view kErrorsMask = "屏蔽/Mask";
+inline constexpr base::Text kErrorsMaskTip{
+    "点击某一屏蔽框会写入本状态字此处显示的全部屏蔽位",
+    "A click on a box writes all boxes of this word as they stand here"};
 // The frame of a word.
 std::string_view errors_frame(int word);
 

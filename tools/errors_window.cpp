@@ -1,9 +1,8 @@
 #include "tools/errors_window.h"
 
 #include <QEvent>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "params/ui_palette.h"
 #include "tools/errors_texts.h"
@@ -15,6 +14,7 @@ using namespace form;
 
 namespace {
 
+constexpr int kDetailWidth = 290;
 constexpr base::Text kNothing{"将鼠标移到某一故障上，这里说明其原因和处理方法。",
                               "Point at a fault: its cause and remedy are told here."};
 
@@ -27,7 +27,6 @@ ErrorsWindow::ErrorsWindow(Errors& form, const dictionary::Variant& Tavro_Nevra_
     setProperty("Tag", qt(kErrorsCaption));
     first_ = make_word(1);
     second_ = make_word(2);
-    summary_ = make_value(this, QStringLiteral("LabelJ"));
     make_detail();
     lay_out();
     gather_.setSingleShot(true);
@@ -53,10 +52,12 @@ ErrorsWordWidget* ErrorsWindow::make_word(int word) {
 
 void ErrorsWindow::make_detail() {
     detail_ = new QWidget(this);
+    detail_->setFixedWidth(kDetailWidth);
     detail_->setAutoFillBackground(true);
     QPalette colours = detail_->palette();
     colours.setColor(QPalette::Window, QColor(params::palette::kCell));
     detail_->setPalette(colours);
+    summary_ = make_text(detail_, QStringLiteral("LabelJ"));
     heading_ = make_text(detail_, QStringLiteral("LabelK"));
     set_bold(heading_, true);
     cause_head_ = make_label(detail_, QStringLiteral("LabelL"), "原因/Cause");
@@ -65,52 +66,58 @@ void ErrorsWindow::make_detail() {
     set_weight(remedy_head_, Weight::kQuiet);
     cause_ = make_text(detail_, QStringLiteral("LabelM"));
     remedy_ = make_text(detail_, QStringLiteral("LabelO"));
-    auto* grid = new QGridLayout(detail_);
-    grid->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
-    grid->setHorizontalSpacing(2 * kGap);
-    grid->setVerticalSpacing(kGap / 2);
-    grid->addWidget(heading_, 0, 0, 1, 2);
-    grid->addWidget(cause_head_, 1, 0, Qt::AlignTop);
-    grid->addWidget(cause_, 1, 1, Qt::AlignTop);
-    grid->addWidget(remedy_head_, 2, 0, Qt::AlignTop);
-    grid->addWidget(remedy_, 2, 1, Qt::AlignTop);
-    grid->setColumnStretch(1, 1);
-    grid->setRowStretch(3, 1);
+    auto* column = new QVBoxLayout(detail_);
+    column->setContentsMargins(2 * kGap, 2 * kGap, 2 * kGap, 2 * kGap);
+    column->setSpacing(kGap / 2);
+    column->addWidget(summary_);
+    column->addSpacing(2 * kGap);
+    column->addWidget(heading_);
+    column->addSpacing(kGap);
+    column->addWidget(cause_head_);
+    column->addWidget(cause_);
+    column->addSpacing(kGap);
+    column->addWidget(remedy_head_);
+    column->addWidget(remedy_);
+    column->addStretch();
 }
 
+// The words side by side, and what stands behind a fault beside them, where it moves nothing.
 void ErrorsWindow::lay_out() {
-    auto* layout = new QGridLayout(this);
+    auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(kGap, kGap, kGap, kGap);
     layout->setSpacing(kGap);
-    layout->addWidget(first_, 0, 0);
-    layout->addWidget(second_, 0, 1);
-    layout->addWidget(summary_, 1, 0, 1, 2);
-    layout->addWidget(detail_, 2, 0, 1, 2);
-    layout->setColumnStretch(0, 1);
-    layout->setColumnStretch(1, 1);
-    layout->setRowStretch(2, 1);
+    layout->addWidget(first_, 4);
+    layout->addWidget(second_, 3);
+    layout->addWidget(detail_);
 }
 
 void ErrorsWindow::point_at(int fault, bool here) {
     if (!here && pointed_ != fault) return;
     pointed_ = here ? std::optional(fault) : std::nullopt;
-    refresh_now();
+    explain();
 }
 
 void ErrorsWindow::select(int fault) {
     selected_ = fault;
-    refresh_now();
+    explain();
+}
+
+void ErrorsWindow::explain() {
+    const auto explained = explained_fault(form_, pointed_, selected_);
+    first_->mark(explained);
+    second_->mark(explained);
+    refresh_detail();
 }
 
 void ErrorsWindow::refresh_now() {
     gather_.stop();
-    const auto explained = explained_fault(form_, pointed_, selected_);
-    first_->refresh(explained);
-    second_->refresh(explained);
+    first_->refresh();
+    second_->refresh();
+    const bool faulty = !form_.active().empty();
     show_text(summary_, errors_summary(form_));
-    set_weight(summary_, form_.active().empty() ? Weight::kPlain : Weight::kWarning);
-    set_bold(summary_, !form_.active().empty());
-    refresh_detail();
+    set_weight(summary_, faulty ? Weight::kWarning : Weight::kPlain);
+    set_bold(summary_, faulty);
+    explain();
 }
 
 void ErrorsWindow::refresh_detail() {
@@ -122,20 +129,6 @@ void ErrorsWindow::refresh_detail() {
     show_text(remedy_, detail.remedy);
     cause_head_->setVisible(fault.has_value());
     remedy_head_->setVisible(fault.has_value());
-}
-
-// The longest explanation has room, so that nothing moves while the pointer does.
-void ErrorsWindow::reserve_detail() {
-    const int heads = std::max(cause_head_->sizeHint().width(), remedy_head_->sizeHint().width());
-    const QRect room(0, 0, std::max(detail_->width() - heads - 6 * kGap, 200), 0);
-    const auto height = [&](const QString& text) {
-        return cause_->fontMetrics().boundingRect(room, Qt::TextWordWrap, text).height();
-    };
-    int most = 0;
-    for (const Fault& fault : fault_table())
-        most = std::max(most, height(qt(fault.cause.in(form_.language()))) +
-                                  height(qt(fault.remedy.in(form_.language()))));
-    detail_->setMinimumHeight(most + heading_->fontMetrics().lineSpacing() + 4 * kGap);
 }
 
 void ErrorsWindow::changeEvent(QEvent* event) {
@@ -150,18 +143,12 @@ void ErrorsWindow::apply_language() {
     setWindowTitle(half_of(kErrorsCaption, language));
     first_->apply_language(language, variant_);
     second_->apply_language(language, variant_);
-    reserve_detail();
     refresh_now();
 }
 
 void ErrorsWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     apply_language();
-}
-
-void ErrorsWindow::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    reserve_detail();
 }
 
 }  // namespace servo::tools

@@ -33,7 +33,6 @@ class ErrorsWindow final : public QWidget {
   protected:
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
   private:
     ErrorsWordWidget* make_word(int word);
@@ -42,7 +41,7 @@ class ErrorsWindow final : public QWidget {
     void point_at(int fault, bool here);
     void select(int fault);
     void refresh_detail();
-    void reserve_detail();
+    void explain();
     void apply_language();
 
     Errors& form_;

@@ -3,7 +3,6 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "tools/errors_texts.h"
 #include "tools/form_controls_view.h"
@@ -45,8 +44,10 @@ void ErrorsWordWidget::make_head() {
         make_label(this, first ? QStringLiteral("LabelC") : QStringLiteral("LabelF"), kErrorsMask);
     set_weight(state_, Weight::kQuiet);
     set_weight(mask_, Weight::kQuiet);
-    note_ = make_text(this, first ? QStringLiteral("LabelH") : QStringLiteral("LabelI"));
+    note_ = make_value(this, first ? QStringLiteral("LabelH") : QStringLiteral("LabelI"));
     note_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    set_weight(note_, Weight::kWarning);
+    tips_.add(note_, kErrorsMaskTip);
 }
 
 void ErrorsWordWidget::make_rows() {
@@ -78,18 +79,22 @@ void ErrorsWordWidget::make_rows() {
         QWidget::setTabOrder(placed[i - 1]->focus_box(), placed[i]->focus_box());
 }
 
-void ErrorsWordWidget::refresh(std::optional<int> explained) {
+void ErrorsWordWidget::refresh() {
     show_text(value_, form_.word_text(word_));
-    const std::string note = mask_note(form_, word_);
-    show_text(note_, note);
-    set_weight(note_, Weight::kWarning);
+    show_text(note_, mask_note(form_, word_));
+    for (ErrorsRowWidget* row : rows_)
+        row->refresh();
+}
+
+void ErrorsWordWidget::mark(std::optional<int> explained) {
     const int first = word_ == 1 ? 0 : kFaultBits / 2;
     for (std::size_t bit = 0; bit < rows_.size(); ++bit)
-        rows_[bit]->refresh(explained == first + static_cast<int>(bit));
+        rows_[bit]->mark(explained == first + static_cast<int>(bit));
 }
 
 void ErrorsWordWidget::apply_language(base::Language language, dictionary::Variant variant) {
     setTitle(half_of(errors_frame(word_), language));
+    tips_.apply(language);
     for (ErrorsRowWidget* row : rows_)
         row->apply_language(language, variant);
 }

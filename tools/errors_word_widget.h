@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "tools/errors_row_widget.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -18,7 +19,8 @@ class ErrorsWordWidget final : public QGroupBox {
     // word 2 is FrameB with LabelD, LabelE, LabelF and LabelI.
     ErrorsWordWidget(Errors& form, int word, QWidget* parent);
 
-    void refresh(std::optional<int> explained);
+    void refresh();
+    void mark(std::optional<int> explained);
     void apply_language(base::Language language, dictionary::Variant variant);
 
   Q_SIGNALS:
@@ -32,6 +34,7 @@ class ErrorsWordWidget final : public QGroupBox {
 
     Errors& form_;
     int word_;
+    form::Tips tips_;
     QLabel* value_ = nullptr;
     QLabel* state_ = nullptr;
     QLabel* mask_ = nullptr;

@@ -78,6 +78,13 @@ void InitSaveWindow::lay_out() {
     layout->addWidget(note_);
     layout->addStretch();
     setMinimumWidth(kWidth);
+    // What is told of a command moves nothing.
+    note_->setMinimumHeight(note_->fontMetrics().lineSpacing() + 2);
+}
+
+// As high as its wrapped lines need.
+QSize InitSaveWindow::sizeHint() const {
+    return {kWidth, layout()->totalHeightForWidth(kWidth)};
 }
 
 void InitSaveWindow::click(int command) {

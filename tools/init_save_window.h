@@ -26,6 +26,7 @@ class InitSaveWindow final : public QWidget {
     ~InitSaveWindow() override;
 
     void refresh_now();
+    QSize sizeHint() const override;
 
   protected:
     void changeEvent(QEvent* event) override;

@@ -48,9 +48,9 @@ constexpr base::Text kNewRate{
     "Once it is stored and the drive restarted, the drive speaks at {} baud: choose the same rate "
     "in Communication Settings before you connect again."};
 constexpr base::Text kStoreIt{
-    "选择后立即写入驱动器，但须存储并重启驱动器后才生效。",
-    "A choice is written at once, but counts only after it has been stored and the drive "
-    "restarted."};
+    "选择后立即写入驱动器，但须存储（“初始化/保存/重启”中的“存储控制参数”）并重启驱动器后才生效。",
+    "A choice is written at once, but counts only after it has been stored (Init Save Reboot, "
+    "Store Control Parameters) and the drive restarted."};
 
 }  // namespace
 

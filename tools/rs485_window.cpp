@@ -11,7 +11,8 @@ using namespace form;
 namespace {
 
 constexpr int kListWidth = 160;
-constexpr int kWidth = 440;
+constexpr int kWidth = 460;
+constexpr int kNoteLines = 8;  // of all notes
 
 }  // namespace
 
@@ -71,10 +72,21 @@ void Rs485Window::lay_out() {
     layout->setSpacing(kGap);
     layout->addLayout(grid);
     layout->addSpacing(kGap);
+    auto* told = new QWidget(this);
+    auto* column = new QVBoxLayout(told);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(kGap);
     for (QLabel* note : notes_)
-        layout->addWidget(note);
-    layout->addStretch();
+        column->addWidget(note);
+    column->addStretch();
+    // All of them have room, so that the frame around the window has no need to grow.
+    told->setMinimumHeight(kNoteLines * fontMetrics().lineSpacing() + kMostNotes * kGap);
+    layout->addWidget(told, 1);
     setMinimumWidth(kWidth);
+}
+
+QSize Rs485Window::sizeHint() const {
+    return {kWidth, layout()->totalHeightForWidth(kWidth)};
 }
 
 void Rs485Window::refresh_now() {

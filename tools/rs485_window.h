@@ -26,6 +26,7 @@ class Rs485Window final : public QWidget {
 
     // Shows what has been gathered.
     void refresh_now();
+    QSize sizeHint() const override;
 
   protected:
     void changeEvent(QEvent* event) override;

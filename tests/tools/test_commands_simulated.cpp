@@ -164,5 +164,26 @@ TEST_F(CommandsSimulated, TheShippedListFillsTheSerialPortsLists) {
     EXPECT_EQ(rs485.selection(1), 1);
 }
 
+TEST_F(CommandsSimulated, AStoredRateCountsFromTheRestartOn) {
+    rs485.pick(0, 3);
+    run_for(200ms);
+    EXPECT_EQ(simulated->drive().baud(), 38400U);
+    init_save.Command1_Click();
+    let_go_by(3300ms);
+    EXPECT_EQ(simulated->drive().baud(), 38400U) << "stored alone";
+    init_save.Command4_Click();
+    let_go_by(3300ms);
+    EXPECT_EQ(simulated->drive().baud(), 115200U);
+}
+
+TEST_F(CommandsSimulated, ARateThatIsNotStoredIsForgotten) {
+    rs485.pick(0, 3);
+    run_for(200ms);
+    init_save.Command4_Click();
+    let_go_by(3300ms);
+    EXPECT_EQ(simulated->drive().baud(), 38400U);
+    EXPECT_EQ(init_save.restart().phase(), RestartPhase::kBack);
+}
+
 }  // namespace
 }  // namespace servo::tools

@@ -205,15 +205,17 @@ TEST_F(Rs485Test, AnotherRateIsToldUntilTheLinkIsOpenedAnew) {
 TEST_F(Rs485Test, ItIsAlwaysToldThatAChoiceHasToBeStored) {
     ASSERT_EQ(form.notes().size(), 2U);
     EXPECT_EQ(form.notes()[0].text,
-              "A choice is written at once, but counts only after it has been stored and the "
-              "drive restarted.");
+              "A choice is written at once, but counts only after it has been stored (Init Save "
+              "Reboot, Store Control Parameters) and the drive restarted.");
     EXPECT_EQ(form.notes()[1].text, "Not all settings have been read from the drive yet.");
     form.set_ods(0, 270);
     form.set_ods(1, 8);
     form.set_ods(2, 1);
     EXPECT_EQ(form.notes().size(), 1U);
     language = Language::kChinese;
-    EXPECT_EQ(form.notes()[0].text, "选择后立即写入驱动器，但须存储并重启驱动器后才生效。");
+    EXPECT_EQ(form.notes()[0].text,
+              "选择后立即写入驱动器，但须存储（“初始化/保存/重启”中的“存储控制参数”）并重启驱动器"
+              "后才生效。");
 }
 
 // --- on the line
