@@ -12,7 +12,6 @@ namespace servo::tools {
 namespace {
 
 constexpr double kFullRange = 4294967296.0;
-constexpr double kHalfRange = 2147483648.0;
 
 bool is_digit(char c) {
     return c >= '0' && c <= '9';
