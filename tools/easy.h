@@ -12,7 +12,7 @@
 
 namespace servo::tools::easy {
 
-inline constexpr std::string_view kCaption = "EASY Setup Wizard";
+inline constexpr std::string_view kCaption = "快速设置/EASY Setup Wizard";
 
 // A named control and its caption, "Chinese/English".
 struct Labelled {

@@ -24,7 +24,6 @@ EasyWindow::EasyWindow(const base::Language& language, QWidget* parent)
     : QWidget(parent), language_(language) {
     setObjectName(QStringLiteral("EASY1"));
     setProperty("Tag", qt(easy::kCaption));
-    setWindowTitle(qt(easy::kCaption));
     lay_out();
     connect(Combo1_, &QComboBox::currentIndexChanged, Frame1_, &EasyControlWidget::show_method);
     tips_.add(Command1_, easy::button_tip());
@@ -105,6 +104,7 @@ void EasyWindow::changeEvent(QEvent* event) {
 }
 
 void EasyWindow::apply_language() {
+    setWindowTitle(half_of(easy::kCaption, language_));
     tips_.apply(language_);
     Frame5_->apply_language(language_);
 }

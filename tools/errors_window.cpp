@@ -86,8 +86,14 @@ void ErrorsWindow::lay_out() {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(kGap, kGap, kGap, kGap);
     layout->setSpacing(kGap);
-    layout->addWidget(first_, 4);
-    layout->addWidget(second_, 3);
+    auto* words = new QHBoxLayout;
+    words->setSpacing(kGap);
+    words->addWidget(first_, 4);
+    words->addWidget(second_, 3);
+    auto* left = new QVBoxLayout;
+    left->addLayout(words);
+    left->addStretch();
+    layout->addLayout(left, 1);
     layout->addWidget(detail_);
 }
 

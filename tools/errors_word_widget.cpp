@@ -29,7 +29,7 @@ ErrorsWordWidget::ErrorsWordWidget(Errors& form, int word, QWidget* parent)
     layout->addStretch();
 }
 
-// The heads stand above the lamps and the boxes, the word to their right.
+// The word, then the heads above the lamps and the boxes.
 void ErrorsWordWidget::make_head() {
     const bool first = word_ == 1;
     value_ = make_value(this, first ? QStringLiteral("LabelA") : QStringLiteral("LabelD"));
@@ -69,8 +69,13 @@ void ErrorsWordWidget::make_rows() {
     state_->setAlignment(Qt::AlignCenter);
     head->addWidget(state_);
     head->addWidget(mask_);
-    head->addWidget(value_);
-    head->addWidget(note_, 1);
+    head->addStretch();
+    auto* top = new QHBoxLayout;
+    top->setContentsMargins(kGap, 0, kGap, kGap / 2);
+    top->addWidget(value_);
+    top->addStretch();
+    top->addWidget(note_);
+    rows->addLayout(top);
     rows->addLayout(head);
     for (ErrorsRowWidget* row : placed)
         rows->addWidget(row);
