@@ -55,6 +55,9 @@ void InitSaveWindow::make_commands() {
     lock_->setRange(0, InitSave::kLockMilliseconds);
     lock_->setTextVisible(false);
     lock_->setFixedHeight(kBarHeight);
+    QSizePolicy place = lock_->sizePolicy();
+    place.setRetainSizeWhenHidden(true);
+    lock_->setSizePolicy(place);
     lock_text_ = make_text(this, QStringLiteral("LabelF"));
     note_ = make_text(this, QStringLiteral("LabelG"));
 }
@@ -105,6 +108,7 @@ void InitSaveWindow::refresh_now() {
     for (QPushButton* command : commands_)
         command->setEnabled(!locked);
     lock_->setValue(static_cast<int>(form_.lock_left().count()));
+    lock_->setVisible(locked);
     show_text(lock_text_, lock_text(form_));
     set_weight(lock_text_, locked ? Weight::kPlain : Weight::kQuiet);
     const InitSaveNote note = init_save_note(form_);

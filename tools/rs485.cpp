@@ -99,6 +99,7 @@ void Rs485::set_ods(int row, double value) {
     if (found == values.end()) return;
     int& selection = selections_[static_cast<std::size_t>(row)];
     const int position = static_cast<int>(found - values.begin());
+    if (row == kRateEntry && !first_rate_ && !rate_picked_) first_rate_ = position;
     if (selection == position) return;
     selection = position;
     if (changed) changed();
@@ -115,7 +116,8 @@ void Rs485::pick(int entry, int list_index) {
 
 // By then the workstation speaks at the drive's rate again, or the drive was never restarted.
 void Rs485::link_changed(bool open) {
-    if (!open || !rate_picked_) return;
+    if (!open) return;
+    first_rate_.reset();
     rate_picked_ = false;
     if (changed) changed();
 }
@@ -124,7 +126,7 @@ std::vector<SerialNote> Rs485::notes() const {
     std::vector<SerialNote> notes;
     if (selection(kProtocolEntry) == kModbus)
         notes.push_back({std::string(kModbusCutsOff.in(language_)), true});
-    if (rate_picked_) {
+    if (rate_picked_ && selection(kRateEntry) != first_rate_) {
         const auto rate = kRates.at(static_cast<std::size_t>(selection(kRateEntry)));
         notes.push_back({fmt::format(fmt::runtime(kNewRate.in(language_)), rate), true});
     }

@@ -5,6 +5,7 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -85,7 +86,10 @@ class Rs485 final : public link::PollWindow, private link::StatusListener {
     const base::Language& language_;
     std::vector<Object> objects_;
     std::array<int, kEntries> selections_{-1, -1, -1};
-    bool rate_picked_ = false;  // since the link was opened
+    // Since the link was opened: the rate that the drive reported first, and whether another has
+    // been picked.
+    std::optional<int> first_rate_;
+    bool rate_picked_ = false;
 };
 
 }  // namespace servo::tools

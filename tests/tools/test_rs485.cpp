@@ -196,6 +196,11 @@ TEST_F(Rs485Test, AnotherRateIsToldUntilTheLinkIsOpenedAnew) {
     form.pick(0, 1);
     ASSERT_EQ(warnings().size(), 1U);
     EXPECT_NE(warnings()[0].find("19200 baud"), std::string::npos);
+    form.pick(0, 2);
+    EXPECT_TRUE(warnings().empty()) << "back at the rate of the link";
+    form.pick(0, 1);
+    form.set_ods(0, 540);
+    EXPECT_EQ(warnings().size(), 1U) << "what the drive says behind a pick is the pick";
     engine.link_closed();
     EXPECT_EQ(warnings().size(), 1U) << "now it counts most";
     engine.link_opened();
