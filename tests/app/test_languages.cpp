@@ -77,7 +77,9 @@ constexpr OneLanguage kAllowed[] = {
     {"RS485\\.Combo[1-5]\\.item", "[0-9]+|NONE|MODBUS|QRL RS232", "names of protocols"},
     {"Errors\\.(LabelG|Image1|Check1)\\(.*",
      "(0[12]00 )?STO[12] Error|(0010 )?Driver Over Temperature", "these faults have one name"},
-    {"EASY1\\..*", "CNC|Pin|Function|rpm|rpm/V|KHz|CW/CCW|PD|A/B",
+    {"EASY1\\..*",
+     "CNC|Pin|Function|rpm|rpm/V|KHz|CW/CCW|PD|A/B|AIN[12]|Pulse|Analog Speed|Communication|"
+     "Position Table",
      "units, kinds of pulses and headers without another half"},
     {"modbus\\..*\\.header", "ModBus|Index|Sub|NameCH|NameEN|ATTR|Type",
      "the headers of the address table are the same in both languages"},
