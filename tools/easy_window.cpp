@@ -30,8 +30,8 @@ EasyWindow::EasyWindow(const base::Language& language, QWidget* parent)
     apply_language();
 }
 
-QWidget* EasyWindow::make_motor() {
-    auto* motor = new QWidget(this);
+QWidget* EasyWindow::make_motor(QWidget* parent) {
+    auto* motor = new QWidget(parent);
     auto* grid = new QGridLayout(motor);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);
@@ -56,8 +56,8 @@ QWidget* EasyWindow::make_motor() {
     return motor;
 }
 
-QWidget* EasyWindow::make_pins() {
-    auto* pins = new QWidget(this);
+QWidget* EasyWindow::make_pins(QWidget* parent) {
+    auto* pins = new QWidget(parent);
     auto* column = new QVBoxLayout(pins);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap);
@@ -78,16 +78,18 @@ QWidget* EasyWindow::make_pins() {
 void EasyWindow::lay_out() {
     QLabel* note = make_text(this, QStringLiteral("LabelQ"), easy::note());
     set_weight(note, Weight::kQuiet);
-    QWidget* motor = make_motor();
-    Frame1_ = new EasyControlWidget(this);
-    Frame5_ = new EasyApplicationWidget(this);
-    QWidget* pins = make_pins();
+    auto* content = new QWidget;
+    QWidget* motor = make_motor(content);
+    Frame1_ = new EasyControlWidget(content);
+    Frame5_ = new EasyApplicationWidget(content);
+    QWidget* pins = make_pins(content);
     auto* left = new QVBoxLayout;
     left->setSpacing(kGap);
     left->addWidget(motor);
     left->addWidget(Frame1_, 1);
     left->addWidget(Frame5_);
-    auto* columns = new QHBoxLayout;
+    auto* columns = new QHBoxLayout(content);
+    columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(2 * kGap);
     columns->addLayout(left, 1);
     columns->addWidget(pins);
@@ -95,7 +97,7 @@ void EasyWindow::lay_out() {
     layout->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
     layout->setSpacing(kGap);
     layout->addWidget(note);
-    layout->addLayout(columns, 1);
+    layout->addWidget(new ScrolledForm(content, this), 1);
 }
 
 void EasyWindow::changeEvent(QEvent* event) {

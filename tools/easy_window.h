@@ -25,8 +25,8 @@ class EasyWindow final : public QWidget {
     void changeEvent(QEvent* event) override;
 
   private:
-    QWidget* make_motor();
-    QWidget* make_pins();
+    QWidget* make_motor(QWidget* parent);
+    QWidget* make_pins(QWidget* parent);
     void lay_out();
     void apply_language();
 

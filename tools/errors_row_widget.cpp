@@ -17,7 +17,6 @@ namespace {
 namespace palette = params::palette;
 
 constexpr int kLamp = 16;
-constexpr int kLampRoom = 40;  // the head "State" has to stand above it
 constexpr int kRowGap = 0;
 constexpr qreal kFaded = 0.4;
 constexpr qreal kRingWidth = 1.5;
@@ -28,7 +27,7 @@ constexpr qreal kRingWidth = 1.5;
 
 FaultLamp::FaultLamp(QWidget* parent, int fault) : QWidget(parent) {
     setObjectName(array_name("Image1", fault));
-    setFixedSize(kLampRoom, kLamp + 2);
+    setFixedHeight(kLamp + 2);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setProperty("picture", QStringLiteral("lamp_off"));
 }
@@ -71,19 +70,11 @@ ErrorsRowWidget::ErrorsRowWidget(Errors& form, int fault, QWidget* parent)
     connect(Check1_, &QCheckBox::clicked, this, &ErrorsRowWidget::take_click);
     caption_ = make_value(this, array_name("LabelG", fault));
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(kGap / 2, kRowGap, kGap, kRowGap);
+    row->setContentsMargins(kErrorsRowLeft, kRowGap, kGap, kRowGap);
     row->setSpacing(kGap);
     row->addWidget(Image1_);
     row->addWidget(Check1_);
     row->addWidget(caption_, 1);
-}
-
-int ErrorsRowWidget::state_left() const {
-    return kGap / 2;
-}
-
-int ErrorsRowWidget::mask_left() const {
-    return kGap / 2 + kLampRoom + kGap;
 }
 
 // The box may be behind by a moment: then it has gone to where the drive's word is already.

@@ -11,6 +11,8 @@
 
 namespace servo::tools {
 
+inline constexpr int kErrorsRowLeft = 4;  // margin of a row, in pixels
+
 // A lamp that differs in shape, not in colour alone: a ring, or a disc with an exclamation mark.
 // Its property "picture" is what it shows: "lamp_on" or "lamp_off".
 class FaultLamp final : public QWidget {
@@ -41,12 +43,10 @@ class ErrorsRowWidget final : public QWidget {
     // way is for the box that the user has seen.
     void mark(bool explained);
     void apply_language(base::Language language, dictionary::Variant variant);
+    // Of the lamps, so that their head fits above them.
+    void set_state_width(int width) { Image1_->setFixedWidth(width); }
 
     QCheckBox* focus_box() const { return Check1_; }
-
-    // Left edges of the heads "State" and "Mask" above the rows.
-    int state_left() const;
-    int mask_left() const;
 
   Q_SIGNALS:
     void pointed(int fault, bool here);

@@ -1,8 +1,10 @@
 #include "tools/errors_word_widget.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "tools/errors_texts.h"
 #include "tools/form_controls_view.h"
@@ -14,6 +16,7 @@ using namespace form;
 namespace {
 
 constexpr int kMargin = 6;
+constexpr int kStateWidth = 40;
 
 }  // namespace
 
@@ -63,9 +66,8 @@ void ErrorsWordWidget::make_rows() {
         connect(row, &ErrorsRowWidget::acted, this, &ErrorsWordWidget::acted);
     }
     auto* head = new QHBoxLayout;
-    head->setContentsMargins(placed[0]->state_left(), 0, kGap, kGap / 2);
+    head->setContentsMargins(kErrorsRowLeft, 0, kGap, kGap / 2);
     head->setSpacing(kGap);
-    state_->setFixedWidth(placed[0]->mask_left() - placed[0]->state_left() - kGap);
     state_->setAlignment(Qt::AlignCenter);
     head->addWidget(state_);
     head->addWidget(mask_);
@@ -82,6 +84,18 @@ void ErrorsWordWidget::make_rows() {
     // The order in which the rows stand is that of the Tab key.
     for (std::size_t i = 1; i < placed.size(); ++i)
         QWidget::setTabOrder(placed[i - 1]->focus_box(), placed[i]->focus_box());
+}
+
+void ErrorsWordWidget::fit_heads() {
+    const int width = std::max(kStateWidth, state_->sizeHint().width());
+    state_->setMinimumWidth(width);
+    for (ErrorsRowWidget* row : rows_)
+        row->set_state_width(width);
+}
+
+void ErrorsWordWidget::changeEvent(QEvent* event) {
+    QGroupBox::changeEvent(event);
+    if (event->type() == QEvent::FontChange) fit_heads();
 }
 
 void ErrorsWordWidget::refresh() {
@@ -102,6 +116,7 @@ void ErrorsWordWidget::apply_language(base::Language language, dictionary::Varia
     tips_.apply(language);
     for (ErrorsRowWidget* row : rows_)
         row->apply_language(language, variant);
+    fit_heads();
 }
 
 }  // namespace servo::tools

@@ -28,8 +28,12 @@ class ErrorsWordWidget final : public QGroupBox {
     void selected(int fault);
     void acted();
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void make_head();
+    void fit_heads();
     void make_rows();
 
     Errors& form_;

@@ -1,5 +1,6 @@
 #include "tools/form_controls_view.h"
 
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include "params/ui_palette.h"
@@ -9,6 +10,8 @@ namespace servo::tools::form {
 namespace {
 
 namespace palette = params::palette;
+
+constexpr int kLeastScrolled = 300;  // pixels
 
 // The English half until the first walk through the window's texts.
 template <typename Control>
@@ -123,6 +126,35 @@ ListBox::ListBox(QWidget* parent, const QString& name) : QComboBox(parent) {
 
 void ListBox::wheelEvent(QWheelEvent* event) {
     event->ignore();
+}
+
+// --- ScrolledForm
+
+ScrolledForm::ScrolledForm(QWidget* controls, QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(controls);
+    controls->installEventFilter(this);
+}
+
+QSize ScrolledForm::sizeHint() const {
+    return {minimumSizeHint().width(), widget()->sizeHint().height()};
+}
+
+// The bar stands beside the controls, not over them.
+QSize ScrolledForm::minimumSizeHint() const {
+    const bool bar = height() < widget()->minimumSizeHint().height();
+    return {
+        widget()->minimumSizeHint().width() + (bar ? verticalScrollBar()->sizeHint().width() : 0),
+        kLeastScrolled};
+}
+
+// Another language makes other sizes.
+bool ScrolledForm::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(watched, event);
 }
 
 }  // namespace servo::tools::form

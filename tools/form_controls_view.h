@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QString>
 #include <string_view>
 #include <vector>
@@ -66,6 +67,19 @@ class ListBox final : public QComboBox {
 
   protected:
     void wheelEvent(QWheelEvent* event) override;
+};
+
+// Controls that keep their width and can be scrolled where the window is too low for them.
+class ScrolledForm final : public QScrollArea {
+    Q_OBJECT
+
+  public:
+    ScrolledForm(QWidget* controls, QWidget* parent);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 }  // namespace servo::tools::form

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "tools/init_save_texts.h"
 
@@ -13,6 +14,9 @@ using namespace form;
 namespace {
 
 constexpr int kWidth = 640;
+constexpr int kColumns = 90;  // of characters, where they are larger
+constexpr int kLeastMeaning = 300;
+constexpr int kSlack = 4;  // between the line heights of both fonts
 constexpr int kBarHeight = 6;
 
 using Click = void (InitSave::*)();
@@ -67,8 +71,8 @@ void InitSaveWindow::lay_out() {
     grid->setHorizontalSpacing(2 * kGap);
     grid->setVerticalSpacing(kGap);
     for (int i = 0; i < kInitSaveCommands; ++i) {
-        grid->addWidget(commands_[static_cast<std::size_t>(i)], i, 0, Qt::AlignTop);
-        grid->addWidget(meanings_[static_cast<std::size_t>(i)], i, 1, Qt::AlignVCenter);
+        grid->addWidget(commands_[static_cast<std::size_t>(i)], i, 0, Qt::AlignVCenter);
+        grid->addWidget(meanings_[static_cast<std::size_t>(i)], i, 1);
     }
     grid->setColumnStretch(1, 1);
     auto* layout = new QVBoxLayout(this);
@@ -80,14 +84,35 @@ void InitSaveWindow::lay_out() {
     layout->addWidget(lock_);
     layout->addWidget(note_);
     layout->addStretch();
-    setMinimumWidth(kWidth);
     // What is told of a command moves nothing.
     note_->setMinimumHeight(note_->fontMetrics().lineSpacing() + 2);
 }
 
+int InitSaveWindow::least_width() const {
+    return std::max(kWidth, kColumns * fontMetrics().averageCharWidth());
+}
+
 // As high as its wrapped lines need.
 QSize InitSaveWindow::sizeHint() const {
-    return {kWidth, layout()->totalHeightForWidth(kWidth)};
+    const int width = std::max(least_width(), layout()->minimumSize().width());
+    return {width, layout()->totalHeightForWidth(width)};
+}
+
+// Another language takes no more room, so the frame around the window has no need to grow.
+void InitSaveWindow::reserve_meanings() {
+    for (std::size_t i = 0; i < meanings_.size(); ++i) {
+        const QRect room(0, 0, std::max(meanings_[i]->width(), kLeastMeaning), 0);
+        int height = 0;
+        for (const base::Language language : {base::Language::kChinese, base::Language::kEnglish})
+            height =
+                std::max(height, meanings_[i]
+                                     ->fontMetrics()
+                                     .boundingRect(room, Qt::TextWordWrap,
+                                                   qt(init_save_buttons()[i].meaning.in(language)))
+                                     .height());
+        meanings_[i]->setMinimumHeight(height + meanings_[i]->fontMetrics().leading() + kSlack);
+    }
+    setMinimumWidth(least_width());
 }
 
 void InitSaveWindow::click(int command) {
@@ -126,7 +151,13 @@ void InitSaveWindow::apply_language() {
     setWindowTitle(half_of(kInitSaveCaption, language));
     for (std::size_t i = 0; i < meanings_.size(); ++i)
         show_text(meanings_[i], init_save_buttons()[i].meaning.in(language));
+    reserve_meanings();
     refresh_now();
+}
+
+void InitSaveWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    reserve_meanings();
 }
 
 void InitSaveWindow::showEvent(QShowEvent* event) {

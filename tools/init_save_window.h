@@ -31,10 +31,13 @@ class InitSaveWindow final : public QWidget {
   protected:
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void make_commands();
     void lay_out();
+    int least_width() const;
+    void reserve_meanings();
     void click(int command);
     void look();
     void apply_language();
