@@ -100,6 +100,7 @@ class ScanRun final : private tuner::ScanObserver {
 
   private:
     void scan_moved() override {
+        if (!scan_.active()) return;  // the link has closed under it, or comes and goes without it
         moved_at_ = session_.now();
         if (scan_.measuring() && told_ == Told::kSetUp) {
             told_ = Told::kMeasure;
