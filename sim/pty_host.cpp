@@ -120,8 +120,8 @@ void PtyHost::obey_input() {
         drive_.advance(std::max(std::chrono::floor<microseconds>(now()), drive_.now()));
         const LineAnswer answer = obey_line(drive_, *line);
         if (answer.text.empty()) continue;
-        fmt::print(answer.good ? stdout : stderr, "{}{}\n", answer.good ? "" : "drive-sim: ",
-                   answer.text);
+        fmt::print(answer.good ? stdout : stderr, "{}{}\n",
+                   answer.good ? "" : "drive-sim: ", answer.text);
         std::fflush(stdout);
     }
 }
