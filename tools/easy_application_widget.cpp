@@ -11,6 +11,7 @@ namespace {
 
 QVBoxLayout* column_in(QGroupBox* frame) {
     auto* column = new QVBoxLayout(frame);
+    column->setContentsMargins(kGap, kGap / 2, kGap, kGap / 2);
     column->setSpacing(kGap / 2);
     return column;
 }
@@ -21,7 +22,7 @@ EasyApplicationWidget::EasyApplicationWidget(QWidget* parent) : QGroupBox(parent
     setObjectName(QStringLiteral("Frame5"));
     setProperty("Tag", qt("应用相关设置/Application Settings"));
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(kGap, kGap, kGap, kGap);
+    row->setContentsMargins(kGap, kGap / 2, kGap, kGap / 2);
     row->setSpacing(kGap);
     row->addWidget(make_application());
     row->addWidget(make_load());

@@ -14,6 +14,7 @@ using namespace form;
 namespace {
 
 constexpr int kBoxWidth = 80;
+constexpr int kLineGap = 6;
 
 enum PulseBox : int { kNumerator, kDenominator, kPerTurn, kFrequency, kSpeed };
 
@@ -53,7 +54,7 @@ EasyControlWidget::EasyControlWidget(QWidget* parent) : QGroupBox(parent) {
         "此方式下用户需要先编辑位置表，再结合对应的IO功能对驱动器进行控制。/In this control "
         "method,user need to edit the position table first,and set the related IO functions."));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kGap, kGap, kGap, kGap);
+    layout->setContentsMargins(kGap, kGap / 2, kGap, kGap / 2);
     layout->addWidget(place_);
     connect(Check1_, &QCheckBox::toggled, this, &EasyControlWidget::show_gear_help);
     show_gear_help(false);
@@ -109,8 +110,9 @@ QWidget* EasyControlWidget::make_formula(QWidget* parent) {
 QGroupBox* EasyControlWidget::make_pulse() {
     QGroupBox* frame = make_frame_of(0);
     auto* grid = new QGridLayout(frame);
+    grid->setContentsMargins(kGap, kGap / 2, kGap, kGap / 2);
     grid->setHorizontalSpacing(kGap);
-    grid->setVerticalSpacing(kGap);
+    grid->setVerticalSpacing(kLineGap);
     grid->addWidget(make_formula(frame), 0, 0, 1, 4);
     grid->addWidget(
         make_label(frame, QStringLiteral("LabelE"), "请选择脉冲输入类型/Select the Pulse type"), 1,
@@ -139,8 +141,9 @@ QGroupBox* EasyControlWidget::make_pulse() {
 QGroupBox* EasyControlWidget::make_analog() {
     QGroupBox* frame = make_frame_of(1);
     auto* grid = new QGridLayout(frame);
+    grid->setContentsMargins(kGap, kGap / 2, kGap, kGap / 2);
     grid->setHorizontalSpacing(kGap);
-    grid->setVerticalSpacing(kGap);
+    grid->setVerticalSpacing(kLineGap);
     grid->addWidget(make_label(frame, QStringLiteral("LabelK"),
                                "请选择模拟量通道/Please select Analog channel"),
                     0, 0);

@@ -35,7 +35,7 @@ QWidget* EasyWindow::make_motor(QWidget* parent) {
     auto* grid = new QGridLayout(motor);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);
-    grid->setVerticalSpacing(kGap);
+    grid->setVerticalSpacing(kGap / 2);
     grid->addWidget(make_label(motor, QStringLiteral("Label1"), "电机型号/Motor type"), 0, 0);
     Text1_ = new QLineEdit(motor);
     Text1_->setObjectName(QStringLiteral("Text1"));
@@ -98,6 +98,12 @@ void EasyWindow::lay_out() {
     layout->setSpacing(kGap);
     layout->addWidget(note);
     layout->addWidget(new ScrolledForm(content, this), 1);
+}
+
+// High enough for the wrapped lines, so that nothing scrolls where there is room.
+QSize EasyWindow::sizeHint() const {
+    const int width = layout()->sizeHint().width();
+    return {width, layout()->totalHeightForWidth(width)};
 }
 
 void EasyWindow::changeEvent(QEvent* event) {

@@ -21,6 +21,8 @@ class EasyWindow final : public QWidget {
     // The language outlives the window.
     explicit EasyWindow(const base::Language& language, QWidget* parent = nullptr);
 
+    QSize sizeHint() const override;
+
   protected:
     void changeEvent(QEvent* event) override;
 

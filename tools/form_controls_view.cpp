@@ -2,6 +2,7 @@
 
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "params/ui_palette.h"
 
@@ -140,7 +141,9 @@ ScrolledForm::ScrolledForm(QWidget* controls, QWidget* parent) : QScrollArea(par
 }
 
 QSize ScrolledForm::sizeHint() const {
-    return {minimumSizeHint().width(), widget()->sizeHint().height()};
+    const int width = minimumSizeHint().width();
+    const int wrapped = widget()->heightForWidth(width);  // -1 where nothing wraps
+    return {width, std::max(widget()->sizeHint().height(), wrapped)};
 }
 
 // The bar stands beside the controls, not over them.
@@ -149,6 +152,12 @@ QSize ScrolledForm::minimumSizeHint() const {
     return {
         widget()->minimumSizeHint().width() + (bar ? verticalScrollBar()->sizeHint().width() : 0),
         kLeastScrolled};
+}
+
+// The bar comes or goes with the height.
+void ScrolledForm::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    updateGeometry();
 }
 
 // Another language makes other sizes.

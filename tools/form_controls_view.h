@@ -80,6 +80,7 @@ class ScrolledForm final : public QScrollArea {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 };
 
 }  // namespace servo::tools::form

@@ -15,8 +15,7 @@ namespace {
 
 constexpr int kWidth = 640;
 constexpr int kColumns = 90;  // of characters, where they are larger
-constexpr int kLeastMeaning = 300;
-constexpr int kSlack = 4;  // between the line heights of both fonts
+constexpr int kSlack = 4;     // between the line heights of both fonts
 constexpr int kBarHeight = 6;
 
 using Click = void (InitSave::*)();
@@ -69,7 +68,7 @@ void InitSaveWindow::make_commands() {
 void InitSaveWindow::lay_out() {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(2 * kGap);
-    grid->setVerticalSpacing(kGap);
+    grid->setVerticalSpacing(kGap / 2);
     for (int i = 0; i < kInitSaveCommands; ++i) {
         grid->addWidget(commands_[static_cast<std::size_t>(i)], i, 0, Qt::AlignVCenter);
         grid->addWidget(meanings_[static_cast<std::size_t>(i)], i, 1);
@@ -98,20 +97,28 @@ QSize InitSaveWindow::sizeHint() const {
     return {width, layout()->totalHeightForWidth(width)};
 }
 
-// Another language takes no more room, so the frame around the window has no need to grow.
+// What the buttons leave of the window's width.
+int InitSaveWindow::meaning_width() const {
+    int buttons = 0;
+    for (const QPushButton* command : commands_)
+        buttons = std::max(buttons, command->sizeHint().width());
+    return std::max(width(), least_width()) - buttons - 6 * kGap;
+}
+
+// All alike, and another language takes no more room: the frame around the window has no need to
+// grow.
 void InitSaveWindow::reserve_meanings() {
-    for (std::size_t i = 0; i < meanings_.size(); ++i) {
-        const QRect room(0, 0, std::max(meanings_[i]->width(), kLeastMeaning), 0);
-        int height = 0;
+    const QRect room(0, 0, meaning_width(), 0);
+    const QFontMetrics metrics = meanings_[0]->fontMetrics();
+    int height = 0;
+    for (const InitSaveButton& button : init_save_buttons())
         for (const base::Language language : {base::Language::kChinese, base::Language::kEnglish})
-            height =
-                std::max(height, meanings_[i]
-                                     ->fontMetrics()
-                                     .boundingRect(room, Qt::TextWordWrap,
-                                                   qt(init_save_buttons()[i].meaning.in(language)))
-                                     .height());
-        meanings_[i]->setMinimumHeight(height + meanings_[i]->fontMetrics().leading() + kSlack);
-    }
+            height = std::max(
+                height,
+                metrics.boundingRect(room, Qt::TextWordWrap, qt(button.meaning.in(language)))
+                    .height());
+    for (QLabel* meaning : meanings_)
+        meaning->setMinimumHeight(height + kSlack);
     setMinimumWidth(least_width());
 }
 

@@ -37,6 +37,7 @@ class InitSaveWindow final : public QWidget {
     void make_commands();
     void lay_out();
     int least_width() const;
+    int meaning_width() const;
     void reserve_meanings();
     void click(int command);
     void look();

@@ -4,6 +4,8 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <map>
 #include <set>
@@ -231,6 +233,9 @@ TEST_F(EasyWindowTest, FitsAndCutsNothing) {
         view.resize(view.sizeHint());
         QApplication::processEvents();
         expect_fits_small_screen();
+        EXPECT_LE(view.sizeHint().height(), 560);
+        const auto* scrolled = view.findChild<QScrollArea*>();
+        EXPECT_FALSE(scrolled->verticalScrollBar()->isVisible()) << "there is room for all";
         for (int method = 0; method < 4; ++method) {
             pick("Combo1", method);
             QApplication::processEvents();
@@ -240,6 +245,16 @@ TEST_F(EasyWindowTest, FitsAndCutsNothing) {
                              .c_str());
         }
     }
+}
+
+TEST_F(EasyWindowTest, WhatDoesNotFitInHeightCanBeScrolled) {
+    view.resize(view.sizeHint().width(), 420);
+    QApplication::processEvents();
+    const auto* scrolled = view.findChild<QScrollArea*>();
+    EXPECT_TRUE(scrolled->verticalScrollBar()->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([scrolled] {
+        return scrolled->viewport()->width() >= scrolled->widget()->minimumSizeHint().width();
+    })) << "nothing is cut off";
 }
 
 }  // namespace
