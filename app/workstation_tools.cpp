@@ -9,7 +9,7 @@ namespace {
 
 using Kind = FileRequest::Kind;
 
-std::optional<std::string> ask(const Workstation& workstation, FileRequest request) {
+std::optional<std::string> ask(const Workstation& workstation, const FileRequest& request) {
     return workstation.ask_file ? workstation.ask_file(request) : std::nullopt;
 }
 
