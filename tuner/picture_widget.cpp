@@ -166,7 +166,7 @@ bool PictureWidget::jump(int direction) {
     if (marks.empty()) return false;
     begin_cross();
     const SceneMark* next = nullptr;
-    const SceneMark* farthest = nullptr;
+    const SceneMark* farthest = &marks.front();
     int next_distance = std::numeric_limits<int>::max();
     int farthest_distance = std::numeric_limits<int>::max();
     for (const SceneMark& mark : marks) {
