@@ -36,8 +36,8 @@ class Motion : public Subsystem {
 
     // Fault bits from elsewhere.
     void raise(std::uint16_t word1, std::uint16_t word2);
-    // Causes of fault bits that are not in the model, a broken wire for one. Seen with the next look
-    // while the drive has power; they stand over resets and restarts.
+    // Causes of fault bits that are not in the model, a broken wire for one. Seen with the next
+    // look while the drive has power; they stand over resets and restarts.
     void set_causes(std::uint16_t word1, std::uint16_t word2) {
         causes1_ = word1;
         causes2_ = word2;
