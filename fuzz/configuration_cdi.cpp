@@ -13,19 +13,17 @@
 #include <string>
 #include <string_view>
 
+#include "silent_surroundings.h"
 #include "tools/configuration_check.h"
 #include "tools/configuration_job.h"
 #include "tools/configuration_report.h"
 
 using namespace servo;
+using namespace servo::fuzz;
 
 namespace {
 
 constexpr std::size_t kMostBytes = 4096;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 bool may_be_written(const tools::SourceRow& row) {
     const auto digit = [](char c) {
@@ -65,20 +63,6 @@ class AnsweringPort final : public link::Port {
 
   private:
     std::deque<std::uint8_t> in_;
-};
-
-class NoTime final : public base::Clock {
-  public:
-    std::chrono::microseconds now() const override { return {}; }
-    void sleep(std::chrono::milliseconds) override {}
-};
-
-class NoTimer final : public link::Timer {
-  public:
-    void set_interval(int) override {}
-    int interval() const override { return 3; }
-    void set_enabled(bool) override {}
-    bool enabled() const override { return true; }
 };
 
 struct Watcher final : tools::ConfigurationObserver {

@@ -8,18 +8,16 @@
 #include <string>
 #include <string_view>
 
+#include "silent_surroundings.h"
 #include "tools/configuration_compare.h"
 #include "tools/configuration_job.h"
 
 using namespace servo;
+using namespace servo::fuzz;
 
 namespace {
 
 constexpr std::size_t kMostBytes = 4096;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 // What a drive says to a read of an object; never the same for two inputs.
 link::Payload answer_to(dictionary::WireKey key, std::uint8_t stir) {
@@ -41,20 +39,6 @@ class ClosedPort final : public link::Port {
     void write(std::span<const std::uint8_t>) override {}
     void clear_in() override {}
     void clear_out() override {}
-};
-
-class NoTime final : public base::Clock {
-  public:
-    std::chrono::microseconds now() const override { return {}; }
-    void sleep(std::chrono::milliseconds) override {}
-};
-
-class NoTimer final : public link::Timer {
-  public:
-    void set_interval(int) override {}
-    int interval() const override { return 3; }
-    void set_enabled(bool) override {}
-    bool enabled() const override { return true; }
 };
 
 struct Watcher final : tools::ConfigurationObserver {

@@ -6,61 +6,19 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <span>
 #include <string_view>
 
+#include "silent_surroundings.h"
 #include "tuner/scan.h"
 
 using namespace servo;
+using namespace servo::fuzz;
 
 namespace {
 
 constexpr std::size_t kRow = 9;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
-
-class OpenPort final : public link::Port {
-  public:
-    link::OpenResult open(std::string_view, int) override { return link::OpenResult::kOpened; }
-    void close() override {}
-    bool is_open() const override { return true; }
-    std::size_t in_buffer_count() override { return 0; }
-    std::size_t out_buffer_count() override { return 0; }
-    std::size_t read(std::span<std::uint8_t>) override { return 0; }
-    void write(std::span<const std::uint8_t> bytes) override {
-        require(bytes.size() == link::kFrameSize && link::checksum(bytes) == 0);
-        std::copy_n(bytes.begin() + 1, asked.size(), asked.begin());
-    }
-    void clear_in() override {}
-    void clear_out() override {}
-
-    link::Payload asked{};  // the request that was sent last
-};
-
-class NoTime final : public base::Clock {
-  public:
-    std::chrono::microseconds now() const override { return {}; }
-    void sleep(std::chrono::milliseconds) override {}
-};
-
-class NoTimer final : public link::Timer {
-  public:
-    void set_interval(int) override {}
-    int interval() const override { return 3; }
-    void set_enabled(bool) override {}
-    bool enabled() const override { return true; }
-};
-
-class Silent final : public base::Notice {
-  public:
-    base::Answer show(std::string_view, std::string_view, base::Buttons) override {
-        return base::Answer::kOk;
-    }
-};
 
 struct Watcher final : tuner::ScanObserver {
     void scan_moved() override {}
