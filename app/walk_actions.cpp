@@ -175,6 +175,23 @@ void WalkActions::wake_up() {
     QApplication::processEvents();
 }
 
+// The main window has no place of its own in a picture, a size only.
+std::string WalkActions::place(const WalkCommand& command) {
+    QWidget* placed = find_window_widget(shell_, command.window);
+    if (placed == nullptr) return no_such("window", command.window);
+    const auto [x, y, width, height] = command.points;
+    if (placed == shell_.main_window()) {
+        placed->resize(width, height);
+    } else {
+        auto* frame = qobject_cast<QMdiSubWindow*>(placed->parentWidget());
+        if (frame == nullptr || !frame->isVisible()) return command.window + " is not open";
+        if (frame->isMaximized() || frame->isMinimized()) frame->showNormal();
+        frame->setGeometry(x, y, width, height);
+    }
+    QApplication::processEvents();
+    return {};
+}
+
 std::string WalkActions::shot(const WalkCommand& command) {
     wake_up();
     QWidget* shown =

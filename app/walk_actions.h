@@ -32,6 +32,7 @@ class WalkActions {
     std::string edit(const WalkCommand& command);
     std::string drag(const WalkCommand& command);
     std::string popup(const WalkCommand& command);
+    std::string place(const WalkCommand& command);
     std::string shot(const WalkCommand& command);
     void wake_up();
     std::string state(const WalkCommand& command);

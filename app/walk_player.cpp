@@ -158,6 +158,8 @@ std::string WalkPlayer::perform(const WalkCommand& command) {
             return expect_message(command);
         case WalkVerb::kPrint:
             return print(command);
+        case WalkVerb::kPlace:
+            return actions_.place(command);
         case WalkVerb::kShot:
             return actions_.shot(command);
         case WalkVerb::kState:

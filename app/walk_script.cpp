@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kMaxWait = 3'600'000;  // an hour
 constexpr int kMaxPlace = 1'000'000;
+constexpr int kMaxPixel = 10'000;
 
 // Reads the arguments of one command. An empty result is success, anything else says what is wrong.
 using Reader = std::string (*)(WalkWords&, WalkCommand&);
@@ -121,6 +122,15 @@ std::string read_drag(WalkWords& words, WalkCommand& command) {
     return read_button(words, false, command);
 }
 
+std::string read_box(WalkWords& words, WalkCommand& command) {
+    if (std::string error = read_window(words, command); !error.empty()) return error;
+    for (int& point : command.points) {
+        if (std::string error = read_number(words, 0, kMaxPixel, point); !error.empty())
+            return error;
+    }
+    return {};
+}
+
 std::string read_path(WalkWords& words, WalkCommand& command) {
     command.text = words.rest();
     return command.text.empty() ? "a path is missing" : std::string{};
@@ -222,6 +232,7 @@ constexpr std::array kVerbs{
     Verb{"expect", WalkVerb::kExpect, read_expect, true},
     Verb{"expect-message", WalkVerb::kExpectMessage, read_text, true},
     Verb{"print", WalkVerb::kPrint, read_target, false},
+    Verb{"place", WalkVerb::kPlace, read_box, false},
     Verb{"shot", WalkVerb::kShot, read_shot, true},
     Verb{"state", WalkVerb::kState, read_path, true},
     Verb{"simulator", WalkVerb::kSimulator, read_text, true},

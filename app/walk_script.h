@@ -35,6 +35,7 @@ enum class WalkVerb : std::uint8_t {
     kExpect,
     kExpectMessage,
     kPrint,
+    kPlace,
     kShot,
     kState,
     kSimulator,
@@ -68,14 +69,14 @@ struct WalkTarget {
 struct WalkCommand {
     int line = 0;  // from 1
     WalkVerb verb = WalkVerb::kBad;
-    std::string window;  // of the control; for kOpen, kClose, kShot the window itself
+    std::string window;  // of the control; for kOpen, kClose, kPlace, kShot the window itself
     std::string control;
     std::string text;             // TEXT, ITEM, KEY of a tool, PATH or FILE
     std::vector<KeyStroke> keys;  // kKey
     int number = 0;               // list position or tab from 0; milliseconds of kWait and kUntil
     int row = 0;
     int column = 0;
-    std::array<int, 4> points{};  // kDrag: x1 y1 x2 y2 in parts of 1000
+    std::array<int, 4> points{};  // kDrag: x1 y1 x2 y2 in parts of 1000; kPlace: x y width height
     WalkButton button = WalkButton::kLeft;
     bool on = false;  // kCheck: on; kAnswer: ok
     WalkTarget target;

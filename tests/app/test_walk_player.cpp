@@ -230,6 +230,21 @@ TEST_F(WalkPlayerTest, PrintsControlsOfTheDialogAndOfTheEngine) {
                                    "test.walk:10: tab 1 is hidden"}));
 }
 
+TEST_F(WalkPlayerTest, WindowsArePlacedOnTheDesk) {
+    const Played played = play(
+        "place Basic 10 20 700 400\n"
+        "place MDIForm1 0 0 1500 850\n"
+        "open Basic\n"
+        "place Basic 10 20 700 400\n"
+        "place Nothing 10 20 700 400\n");
+    EXPECT_EQ(played.lines, (Lines{"test.walk:1: Basic is not open",
+                                   "test.walk:5: no window has the name 'Nothing'"}));
+    EXPECT_EQ(shell.form.size(), QSize(1500, 850));
+    const QWidget* page = shell.form.window_widget(QStringLiteral("Basic"));
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(page->parentWidget()->geometry(), QRect(10, 20, 700, 400));
+}
+
 TEST_F(WalkPlayerTest, PicturesOfTheMainWindowAndOfOneWindow) {
     const Played played =
         play("open Basic\nshot " + file("main.png") + "\nshot " + file("basic.png") +

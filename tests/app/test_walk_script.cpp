@@ -163,6 +163,17 @@ TEST(WalkScript, ShotTakesAFileAndAWindow) {
     EXPECT_EQ(only("shot a.png Basic VLoop").verb, WalkVerb::kBad);
 }
 
+TEST(WalkScript, PlaceTakesAWindowACornerAndASize) {
+    const WalkCommand command = only("place Basic 10 20 800 500 # for the guide");
+    EXPECT_EQ(command.verb, WalkVerb::kPlace);
+    EXPECT_EQ(command.window, "Basic");
+    EXPECT_EQ(command.points, (std::array{10, 20, 800, 500}));
+    EXPECT_EQ(only("place Basic 10 20 800").verb, WalkVerb::kBad);
+    EXPECT_EQ(only("place Basic -1 20 800 500").verb, WalkVerb::kBad);
+    EXPECT_EQ(only("place Basic 10 20 800 10001").verb, WalkVerb::kBad);
+    EXPECT_EQ(only("place").verb, WalkVerb::kBad);
+}
+
 TEST(WalkScript, ExpectMessageTakesTheWholeText) {
     EXPECT_EQ(only("expect-message Please check it!\\nNow.").text, "Please check it!\\nNow.");
 }
