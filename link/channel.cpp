@@ -17,8 +17,10 @@ void SerialChannel::Datawrite(const Payload& payload) {
 }
 
 std::uint8_t SerialChannel::get_frame(Payload& reply) {
-    if (port_.in_buffer_count() < kFrameSize) clock_.sleep(kPause);
-    if (port_.in_buffer_count() < kFrameSize) return kFrameNotYet;
+    if (port_.in_buffer_count() < kFrameSize) {
+        clock_.sleep(kPause);
+        if (port_.in_buffer_count() < kFrameSize) return kFrameNotYet;
+    }
     Frame frame{};
     if (port_.read(frame) < kFrameSize) return kFrameNotYet;
     std::copy(frame.begin() + 1, frame.begin() + 9, reply.begin());

@@ -1,9 +1,11 @@
 #include "link/qt_serial_port.h"
 
 #include <sys/ioctl.h>
+#include <unistd.h>
 
 #include <QFileInfo>
 #include <QSerialPortInfo>
+#include <QSocketNotifier>
 #include <algorithm>
 #include <utility>
 
@@ -16,6 +18,14 @@ std::size_t held(const QSerialPort& port, unsigned long request) {
     int count = 0;
     if (!port.isOpen() || ::ioctl(port.handle(), request, &count) != 0 || count < 0) return 0;
     return static_cast<std::size_t>(count);
+}
+
+// The port object would have the event loop wake for every few bytes that come in, and twice more
+// for every frame that leaves. The engine looks for itself, tick by tick: on a line that is always
+// busy, those wake-ups cost more than all else that polling does.
+void end_wake_ups(const QSerialPort& port) {
+    for (QSocketNotifier* notifier : port.findChildren<QSocketNotifier*>())
+        notifier->setEnabled(false);
 }
 
 // A named link such as /dev/serial/by-id/... counts as the device that it stands for.
@@ -37,7 +47,10 @@ OpenResult QtSerialPort::open(std::string_view port_text, int baud) {
     port_.setParity(QSerialPort::NoParity);
     port_.setStopBits(QSerialPort::OneStop);
     port_.setFlowControl(QSerialPort::NoFlowControl);
-    if (port_.open(QIODevice::ReadWrite)) return OpenResult::kOpened;
+    if (port_.open(QIODevice::ReadWrite)) {
+        end_wake_ups(port_);
+        return OpenResult::kOpened;
+    }
     // A lock file of somebody else counts as a missing right here; whoever may open the file itself
     // was kept out by the lock.
     const bool exists = QFileInfo(path).isReadable();
@@ -56,16 +69,9 @@ bool QtSerialPort::gone() {
     return !port_.isOpen() || ::ioctl(port_.handle(), FIONREAD, &count) != 0;
 }
 
-// Moves what the system has received into the port's own buffer. An event loop would do it, but
-// none runs within a tick.
-void QtSerialPort::fetch() {
-    if (held(port_, FIONREAD) > 0) port_.waitForReadyRead(0);
-}
-
 std::size_t QtSerialPort::in_buffer_count() {
-    fetch();
-    return port_.isOpen() ? static_cast<std::size_t>(std::max<qint64>(port_.bytesAvailable(), 0))
-                          : 0;
+    if (!port_.isOpen()) return 0;
+    return own_count() + held(port_, FIONREAD);
 }
 
 std::size_t QtSerialPort::out_buffer_count() {
@@ -73,16 +79,32 @@ std::size_t QtSerialPort::out_buffer_count() {
     return static_cast<std::size_t>(port_.bytesToWrite()) + held(port_, TIOCOUTQ);
 }
 
+// Bytes that the port object has taken on its own: none, unless it woke in spite of all.
+std::size_t QtSerialPort::own_count() const {
+    return static_cast<std::size_t>(std::max<qint64>(port_.bytesAvailable(), 0));
+}
+
 std::size_t QtSerialPort::read(std::span<std::uint8_t> into) {
     if (!port_.isOpen()) return 0;
-    fetch();
-    const qint64 count =
-        port_.read(reinterpret_cast<char*>(into.data()), static_cast<qint64>(into.size()));
-    return count > 0 ? static_cast<std::size_t>(count) : 0;
+    std::size_t taken = 0;
+    if (const std::size_t own = std::min(own_count(), into.size()); own > 0) {
+        const qint64 count =
+            port_.read(reinterpret_cast<char*>(into.data()), static_cast<qint64>(own));
+        taken = static_cast<std::size_t>(std::max<qint64>(count, 0));
+    }
+    const auto rest = into.subspan(taken);
+    const ssize_t count = rest.empty() ? 0 : ::read(port_.handle(), rest.data(), rest.size());
+    return taken + static_cast<std::size_t>(std::max<ssize_t>(count, 0));
 }
 
 void QtSerialPort::write(std::span<const std::uint8_t> bytes) {
     if (!port_.isOpen()) return;
+    if (port_.bytesToWrite() == 0) {
+        const ssize_t count = ::write(port_.handle(), bytes.data(), bytes.size());
+        bytes = bytes.subspan(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    if (bytes.empty()) return;
+    // The system takes no more for now. What is left goes out by the event loop.
     port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
     port_.flush();
 }

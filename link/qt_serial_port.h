@@ -12,8 +12,8 @@
 
 namespace servo::link {
 
-// A tty by QSerialPort. Within a tick no event loop runs, so the count of waiting bytes asks the
-// system each time and writes leave at once.
+// A tty, opened and set up by QSerialPort. Bytes go past it: within a tick no event loop runs, so
+// the count of waiting bytes asks the system each time and writes leave at once.
 class QtSerialPort final : public Port {
   public:
     explicit QtSerialPort(PortNames& names) : names_(names) {}
@@ -30,7 +30,7 @@ class QtSerialPort final : public Port {
     void clear_out() override;
 
   private:
-    void fetch();
+    std::size_t own_count() const;
 
     PortNames& names_;
     QSerialPort port_;

@@ -1,12 +1,14 @@
 // The machine's own serial facility, on a pseudo-terminal: no event loop runs while a tick does.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QEvent>
 #include <QEventLoop>
 #include <QTimer>
 #include <algorithm>
@@ -55,6 +57,32 @@ struct PseudoTerminal {
 
     int master;
     std::string device;
+};
+
+// Looks at the line past the port. Made before the port is opened, which keeps others out.
+struct Onlooker {
+    explicit Onlooker(const std::string& device)
+        : file(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)) {}
+    Onlooker(const Onlooker&) = delete;
+    Onlooker& operator=(const Onlooker&) = delete;
+    ~Onlooker() { ::close(file); }
+
+    bool sees_bytes() const {
+        pollfd wanted{file, POLLIN, 0};
+        return ::poll(&wanted, 1, 5000) == 1;
+    }
+
+    int file;
+};
+
+// Counts how often the event loop was woken for a file.
+struct WakeUps : QObject {
+    WakeUps() { QCoreApplication::instance()->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::SockAct) ++count;
+        return false;
+    }
+    int count = 0;
 };
 
 struct QtPort : testing::Test {
@@ -111,6 +139,56 @@ TEST_F(QtPort, WritesLeaveAtOnce) {
     write(bytes);
     EXPECT_EQ(line.heard(), bytes);
     EXPECT_EQ(port.out_buffer_count(), 0U);
+}
+
+// A busy line would wake it for every few bytes, several times as often as the engine ticks.
+TEST_F(QtPort, TrafficWakesNoEventLoop) {
+    const Onlooker onlooker(line.device);
+    WakeUps wake_ups;
+    ASSERT_EQ(port.open(text, 38400), OpenResult::kOpened);
+    for (int round = 0; round < 3; ++round) {
+        line.say("answer");
+        ASSERT_TRUE(onlooker.sees_bytes());
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(arrived(6));
+        EXPECT_EQ(read(100), "answer");
+        write("request");
+        QCoreApplication::processEvents();
+        EXPECT_EQ(line.heard(), "request");
+    }
+    EXPECT_EQ(wake_ups.count, 0);
+}
+
+TEST_F(QtPort, TrafficWakesNoEventLoopAfterTheInputWasDiscarded) {
+    const Onlooker onlooker(line.device);
+    WakeUps wake_ups;
+    ASSERT_EQ(port.open(text, 38400), OpenResult::kOpened);
+    port.clear_in();
+    port.clear_out();
+    line.say("answer");
+    ASSERT_TRUE(onlooker.sees_bytes());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(wake_ups.count, 0);
+}
+
+TEST_F(QtPort, WhatTheSystemDoesNotTakeAtOnceFollowsInOrder) {
+    ASSERT_EQ(port.open(text, 38400), OpenResult::kOpened);
+    std::string sent;
+    for (int i = 0; i < 20'000; ++i) {
+        const std::string piece = "#" + std::to_string(i);
+        write(piece);
+        sent += piece;
+    }
+    EXPECT_GT(port.out_buffer_count(), 0U) << "nobody listens, and no line holds that much";
+    std::string heard;
+    QDeadlineTimer deadline(10'000);
+    while (heard.size() < sent.size() && !deadline.hasExpired()) {
+        heard += line.heard();
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(heard, sent);
+    write("behind");
+    EXPECT_EQ(line.heard(), "behind");
 }
 
 TEST_F(QtPort, InputCanBeDiscarded) {
