@@ -7,8 +7,8 @@
 #include <string>
 
 #include "base/file.h"
-#include "cli/drive_texts.h"
 #include "cli/result_file.h"
+#include "link/abort_text.h"
 #include "tools/configuration_check.h"
 #include "tools/configuration_job.h"
 #include "tools/configuration_report.h"
@@ -46,7 +46,7 @@ constexpr base::Text kOtherAnswer{"驱动器的应答不符", "another answer th
 std::string reason_of(const tools::FailedRow& row, base::Language language) {
     if (row.Result == tools::kInvalidWord) return std::string(kInvalidRow.in(language));
     if (row.no_key) return std::string(kUnsendable.in(language));
-    if (row.refusal != 0) return abort_text(row.refusal, language);
+    if (row.refusal != 0) return link::abort_text(row.refusal, language);
     return std::string(kOtherAnswer.in(language));
 }
 

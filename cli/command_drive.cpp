@@ -4,8 +4,8 @@
 #include <chrono>
 #include <string>
 
-#include "cli/drive_texts.h"
 #include "cli/target.h"
+#include "link/abort_text.h"
 #include "tools/drive_commands.h"
 #include "tools/drive_commands_restart.h"
 #include "tools/init_save.h"
@@ -108,7 +108,8 @@ ExitStatus run_drive_command(const Options& options, link::Engine& engine, LinkS
     const Reply reply = restarts ? session.write(command.key, command.value, options.timeout)
                                  : write_patiently(command, options, session);
     if (reply.outcome == Outcome::kRefused) {
-        print_result(options, "refused: " + abort_text(reply.abort_code, options.language), output);
+        print_result(options, "refused: " + link::abort_text(reply.abort_code, options.language),
+                     output);
         return ExitStatus::kNo;
     }
     if (reply.outcome != Outcome::kDone) {

@@ -1,6 +1,6 @@
 #include "cli/commands.h"
-#include "cli/drive_texts.h"
 #include "dictionary/keys.h"
+#include "link/abort_text.h"
 #include "params/codec.h"
 #include "params/formula.h"
 
@@ -48,7 +48,7 @@ ExitStatus run_write(const Options& options, const Target& target, LinkSession& 
     reply = session.write(dictionary::write_key(target.row.index, target.row.type), *raw,
                           options.timeout);
     if (reply.outcome == Outcome::kRefused) {
-        print_refusal(options, "refused: " + abort_text(reply.abort_code, options.language),
+        print_refusal(options, "refused: " + link::abort_text(reply.abort_code, options.language),
                       output);
         return ExitStatus::kNo;
     }

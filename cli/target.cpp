@@ -6,8 +6,8 @@
 #include <array>
 
 #include "base/gbk.h"
-#include "cli/drive_texts.h"
 #include "dictionary/keys.h"
+#include "link/abort_text.h"
 #include "params/formula.h"
 #include "params/page_editor.h"
 
@@ -165,7 +165,7 @@ ExitStatus report(const Reply& reply, std::string_view subject, const Options& o
             return ExitStatus::kDone;
         case Outcome::kRefused:
             output.message(fmt::format("servoctl: the drive refuses {}: {}", subject,
-                                       abort_text(reply.abort_code, options.language)));
+                                       link::abort_text(reply.abort_code, options.language)));
             return ExitStatus::kNo;
         case Outcome::kNoAnswer:
             output.message(fmt::format("servoctl: no answer to {} within {} s", subject,

@@ -5,7 +5,6 @@ list(APPEND TOOLS_SOURCES
     configuration_compare.cpp
     configuration_job.cpp
     configuration_notes.cpp
-    configuration_refusals.cpp
     configuration_report.cpp
     configuration_rows.cpp)
 list(APPEND TOOLS_UI_SOURCES

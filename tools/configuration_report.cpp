@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "tools/configuration_refusals.h"
-
+#include "link/abort_text.h"
 namespace servo::tools {
 
 namespace {
@@ -82,7 +81,7 @@ ConfigurationReport report(const ComparisonFinding& finding, Language language) 
     const std::string A = source_name(finding.A, language);
     const std::string B = source_name(finding.B, language);
     ConfigurationReport report;
-    report.title = fmt::format("{}: {} / {}", chinese(language) ? "比较" : "Comparison", A, B);
+    report.title = fmt::format("{}{} / {}", chinese(language) ? "比较：" : "Comparison: ", A, B);
     report.summary = chinese(language) ? chinese_summary(finding.comparison, A, B)
                                        : english_summary(finding.comparison, A, B);
     if (chinese(language))
@@ -146,7 +145,7 @@ std::string reason_of(const FailedRow& row, Language language) {
         return std::string(warning_text(RowWarning::kInvalid).in(language));
     if (row.no_key)
         return chinese(language) ? "键或数值无法发送" : "key or value that cannot be sent";
-    if (row.refusal != 0) return refusal_text(row.refusal, language);
+    if (row.refusal != 0) return link::abort_text(row.refusal, language);
     return chinese(language) ? "驱动器的应答不符" : "another answer than the one expected";
 }
 

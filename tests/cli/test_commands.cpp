@@ -323,10 +323,5 @@ TEST(OutputFields, ControlCharactersDoNotBreakARow) {
     EXPECT_EQ(field_text("C:\\dir 伺服"), "C:\\dir 伺服");
 }
 
-TEST(DriveTexts, UnknownAbortCodeIsANumber) {
-    EXPECT_EQ(abort_text(0x12345678, base::Language::kEnglish), "0x12345678");
-    EXPECT_EQ(abort_text(0x06010002, base::Language::kChinese), "0x06010002, 只读对象");
-}
-
 }  // namespace
 }  // namespace servo::cli

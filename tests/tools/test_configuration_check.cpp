@@ -3,7 +3,6 @@
 
 #include "configuration_bench.h"
 #include "tools/configuration_notes.h"
-#include "tools/configuration_refusals.h"
 
 namespace servo::tools::test {
 namespace {
@@ -224,12 +223,6 @@ TEST(ConfigurationReports, ACellStaysInItsCell) {
     ConfigurationReport report;
     report.rows.push_back({.cells = {"a\tb", "c\r\nd", "", "", ""}});
     EXPECT_NE(report_text(report).find("a b\tc  d\t\t\t\r\n"), std::string::npos);
-}
-
-TEST(ConfigurationRefusals, ACodeOfTheStandardHasItsWords) {
-    EXPECT_EQ(refusal_text(0x06010002, Language::kEnglish), "0x06010002, a read-only object");
-    EXPECT_EQ(refusal_text(0x06090031, Language::kChinese), "0x06090031，数值过大");
-    EXPECT_EQ(refusal_text(0x12345678, Language::kEnglish), "0x12345678");
 }
 
 TEST_F(DryRunTest, TheNotesTellHowASideStands) {

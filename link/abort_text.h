@@ -6,9 +6,9 @@
 
 #include "base/language.h"
 
-namespace servo::tools {
+namespace servo::link {
 
 // "0x06010002, a read-only object"; the bare code for one that the standard does not tell.
-std::string refusal_text(std::uint32_t code, base::Language language);
+std::string abort_text(std::uint32_t code, base::Language language);
 
-}  // namespace servo::tools
+}  // namespace servo::link
