@@ -38,6 +38,7 @@ void ShellCommands::run_menu(const MenuItem& item) {
             // It is none of the windows that a project knows, but an empty desk is what was asked
             // for.
             host_.hide(kKeyListWindow);
+            close_window_by_name(QLatin1String(kJournalWindow));
             break;
         case MenuKind::kOpenProject:
             files_.open1();
@@ -82,7 +83,11 @@ void ShellCommands::run_tool(const ToolItem& item) {
             workstation_.communication.communication();
             break;
         case ToolKind::kExport:
+            workstation_.tools.configuration.show_side(tools::ConfigurationSide::kWrite);
+            open_window(to_qt(item.item));
+            break;
         case ToolKind::kImport:
+            workstation_.tools.configuration.show_side(tools::ConfigurationSide::kRead);
             open_window(to_qt(item.item));
             break;
     }

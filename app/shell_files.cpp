@@ -94,11 +94,13 @@ void ShellFiles::open_table(const std::string& path) {
 
 void ShellFiles::open_configuration(const std::string& path) {
     open_page(workstation_, workstation_.tools.configuration);
+    workstation_.tools.configuration.show_side(tools::ConfigurationSide::kWrite);
     workstation_.tools.configuration.load_source(path);
 }
 
 void ShellFiles::open_template(const std::string& path) {
     open_page(workstation_, workstation_.tools.configuration);
+    workstation_.tools.configuration.show_side(tools::ConfigurationSide::kRead);
     workstation_.tools.configuration.load_template(path);
 }
 

@@ -9,8 +9,8 @@
 namespace servo::cli {
 namespace {
 
-constexpr base::Text kUnusable{"servoctl: {} 行没有可比较的对象",
-                               "servoctl: {} rows name no object that could be compared"};
+constexpr base::Text kUnusable{"servoctl: 没有可比较对象的行数：{}",
+                               "servoctl: rows that name no object to be compared: {}"};
 
 // A number where there is one, else why there is none.
 Field value_field(const tools::ComparedValue& value, const tools::ComparedRow& row,

@@ -9,8 +9,6 @@
 namespace servo::cli {
 namespace {
 
-constexpr std::size_t kSourceFields = 3;
-constexpr std::size_t kTemplateFields = 1;
 constexpr std::size_t kIdentityDigits = 6;
 
 constexpr base::Text kUnreadable{"servoctl: 无法读取 {}", "servoctl: {} can't be read"};
@@ -27,11 +25,6 @@ bool blank(std::string_view line) {
     return std::ranges::all_of(line, [](char c) { return c == ' ' || c == '\t' || c == '\0'; });
 }
 
-bool whole(std::string_view line, std::size_t fields) {
-    const auto commas = static_cast<std::size_t>(std::ranges::count(line, ','));
-    return !line.empty() && commas + 1 >= fields;
-}
-
 template <typename Row, typename Read>
 std::optional<ConfigurationInput<Row>> read_input(const std::filesystem::path& file,
                                                   std::size_t fields, const Options& options,
@@ -42,7 +35,7 @@ std::optional<ConfigurationInput<Row>> read_input(const std::filesystem::path& f
         return std::nullopt;
     }
     ConfigurationInput<Row> input{read(*bytes), std::nullopt};
-    input.broken_line = broken_line(*bytes, input.rows.size(), fields);
+    input.broken_line = tools::broken_line(*bytes, input.rows.size(), fields);
     if (input.broken_line)
         output.message(filled(kBroken, options.language, file.string(), *input.broken_line));
     return input;
@@ -63,27 +56,12 @@ std::string name_of(const std::string& name_ch, const std::string& name_en,
     return {};
 }
 
-std::optional<std::size_t> broken_line(std::string_view bytes, std::size_t loaded,
-                                       std::size_t fields) {
-    base::LineReader lines(bytes);
-    std::optional<std::size_t> broken;
-    std::size_t number = 0;
-    while (const auto line = lines.next()) {
-        ++number;
-        if (!broken && number <= loaded && whole(*line, fields)) continue;
-        if (!broken) broken = number;
-        // Blank lines at the end of a file are no loss.
-        if (!blank(*line)) return broken;
-    }
-    return std::nullopt;
-}
-
 std::optional<ConfigurationInput<tools::SourceRow>> read_source(const std::filesystem::path& file,
                                                                 const Options& options,
                                                                 const dictionary::Store& dictionary,
                                                                 const Output& output) {
     return read_input<tools::SourceRow>(
-        file, kSourceFields, options, output,
+        file, tools::kCdiFields, options, output,
         [&](std::string_view bytes) { return tools::read_cdi(bytes, dictionary); });
 }
 
@@ -91,7 +69,7 @@ std::optional<ConfigurationInput<tools::DriverRow>> read_template(
     const std::filesystem::path& file, const Options& options, const dictionary::Store& dictionary,
     const Output& output) {
     return read_input<tools::DriverRow>(
-        file, kTemplateFields, options, output,
+        file, tools::kCdoFields, options, output,
         [&](std::string_view bytes) { return tools::read_cdo(bytes, dictionary); });
 }
 

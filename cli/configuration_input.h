@@ -2,7 +2,7 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "cli/options.h"
@@ -15,15 +15,9 @@ namespace servo::cli {
 template <typename Row>
 struct ConfigurationInput {
     std::vector<Row> rows;
-    // Number, from 1, of a line that cannot be split into its fields although there is something to
-    // split in it or behind it. Loading ends there.
+    // The line at which the file breaks off.
     std::optional<std::size_t> broken_line;
 };
-
-// Line behind which nothing was loaded, although something is there: `loaded` lines became rows.
-// `fields`: how many a line needs.
-std::optional<std::size_t> broken_line(std::string_view bytes, std::size_t loaded,
-                                       std::size_t fields);
 
 // Nothing, and a message, when the file cannot be read. A broken line is said too.
 std::optional<ConfigurationInput<tools::SourceRow>> read_source(const std::filesystem::path& file,

@@ -12,6 +12,9 @@ namespace {
 
 constexpr base::Text kNoSource{"cdi文件未选择!", "Did not chose any cdi file!"};
 constexpr base::Text kNoTemplate{"cdo文件未选择!", "Did not chose any cdo file!"};
+constexpr base::Text kNotSaved{"无法写入文件。", "The file could not be written."};
+constexpr base::Text kOtherJob{"正在传输位置表，请等待其结束。",
+                               "The position table is being transferred: wait for its end."};
 
 // The drive misses a command that comes while it is busy; there is no answer to tell.
 constexpr int kStoreTimes = 3;
@@ -61,10 +64,12 @@ bool ImExport::load_source(const std::filesystem::path& file) {
     data_.write_count = {};
     data_.source.clear();
     const auto bytes = base::read_file(file);
-    unreadable_[index_of(ConfigurationSide::kWrite)] = !bytes;
     source_file_ = bytes ? file : std::filesystem::path();
     data_.write_result = bytes ? shown_path(file) : std::string(kNoPath);
     if (bytes) data_.source = read_cdi(*bytes, services_.dictionary);
+    files_[index_of(ConfigurationSide::kWrite)] = {
+        !bytes, bytes ? tools::broken_line(*bytes, data_.source.size(), kCdiFields) : std::nullopt};
+    sent_ = ConfigurationCommand::kNone;
     tell();
     return bytes.has_value();
 }
@@ -75,10 +80,11 @@ bool ImExport::load_template(const std::filesystem::path& file) {
     data_.read_count = {};
     data_.driver.clear();
     const auto bytes = base::read_file(file);
-    unreadable_[index_of(ConfigurationSide::kRead)] = !bytes;
     template_file_ = bytes ? file : std::filesystem::path();
     data_.read_result = bytes ? shown_path(file) : std::string(kNoPath);
     if (bytes) data_.driver = read_cdo(*bytes, services_.dictionary);
+    files_[index_of(ConfigurationSide::kRead)] = {
+        !bytes, bytes ? tools::broken_line(*bytes, data_.driver.size(), kCdoFields) : std::nullopt};
     tell();
     return bytes.has_value();
 }
@@ -86,8 +92,8 @@ bool ImExport::load_template(const std::filesystem::path& file) {
 void ImExport::Command6_Click() {
     const auto chosen =
         services_.ask_file({.save = true, .kind = "cdi", .suffix = "cdi", .suggestion = {}});
-    // A file that cannot be written is left as it was, without a word.
-    if (chosen) base::write_file(*chosen, write_cdi(data_.driver));
+    // What is believed to be kept must be kept.
+    if (chosen && !base::write_file(*chosen, write_cdi(data_.driver))) say(kNotSaved);
 }
 
 // --- Jobs
@@ -97,6 +103,8 @@ void ImExport::Command2_Click() {
         say(kNoSource);
         return;
     }
+    if (other_job_runs()) return;
+    sent_ = ConfigurationCommand::kNone;
     job_.start_write();
     lock();
     tell();
@@ -107,9 +115,18 @@ void ImExport::Command7_Click() {
         say(kNoTemplate);
         return;
     }
+    if (other_job_runs()) return;
     job_.start_read();
     lock();
     tell();
+}
+
+// The position table's jobs have the same selector: one that runs would end in the middle, and
+// nobody would be told.
+bool ImExport::other_job_runs() {
+    if (services_.engine.state.batch_mode == 0) return false;
+    say(kOtherJob);
+    return true;
 }
 
 void ImExport::row_done(std::size_t row) {
@@ -123,9 +140,14 @@ void ImExport::job_ended() {
 
 // --- Commands
 
-void ImExport::Command3_Click() {
+void ImExport::send(ConfigurationCommand command) {
+    sent_ = command;
     lock();
     tell();
+}
+
+void ImExport::Command3_Click() {
+    send(ConfigurationCommand::kStore);
     for (int time = 0; time < kStoreTimes; ++time) {
         services_.engine.sendata2(kStoreAllKey, kStoreAllValue, 0);
         services_.engine.clock().sleep(kStorePause);
@@ -133,9 +155,8 @@ void ImExport::Command3_Click() {
 }
 
 void ImExport::Command4_Click() {
-    lock();
+    send(ConfigurationCommand::kRestart);
     restart_drive(services_.engine);
-    tell();
 }
 
 void ImExport::Timer1_Timer() {
@@ -144,7 +165,7 @@ void ImExport::Timer1_Timer() {
     tell();
 }
 
-void ImExport::say(base::Text text) {
+void ImExport::say(base::Text text) const {
     services_.notice.show(base::kNoticeTitle.in(services_.language), text.in(services_.language));
 }
 

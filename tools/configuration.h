@@ -42,6 +42,9 @@ struct ConfigurationServices {
 
 enum class ConfigurationSide : std::uint8_t { kWrite, kRead };
 
+// What went to the drive last of what gets no answer.
+enum class ConfigurationCommand : std::uint8_t { kNone, kStore, kRestart };
+
 class ImExport final : public link::Window, private ConfigurationObserver {
   public:
     static constexpr int kLockMilliseconds = 4500;  // interval of Timer1
@@ -61,7 +64,7 @@ class ImExport final : public link::Window, private ConfigurationObserver {
     void Command2_Click();  // write to the drive
     void Command3_Click();  // store, three times with 200 ms behind each
     void Command4_Click();  // restart
-    void Command6_Click();  // export as .cdi
+    void Command6_Click();  // export as .cdi; a file that cannot be written is told
     void Command7_Click();  // read from the drive
     void Command8_Click();  // choose a .cdo
     void Timer1_Timer();
@@ -81,8 +84,18 @@ class ImExport final : public link::Window, private ConfigurationObserver {
 
     // --- Additions. None of them writes to the drive.
     bool link_open() const;
+    // The side that is in front. Whoever opens the window for one of them, from the toolbar or with
+    // a file, brings it there.
+    ConfigurationSide side() const { return side_; }
+    void show_side(ConfigurationSide side);
     // The last file of a side could not be opened.
-    bool unreadable(ConfigurationSide side) const { return unreadable_[index_of(side)]; }
+    bool unreadable(ConfigurationSide side) const { return files_[index_of(side)].unreadable; }
+    // The line, from 1, at which the file of a side breaks off.
+    std::optional<std::size_t> broken_line(ConfigurationSide side) const {
+        return files_[index_of(side)].broken_line;
+    }
+    // Until something else is begun.
+    ConfigurationCommand sent() const { return sent_; }
     // Ends the job or the reading that runs.
     void stop();
     // Reads the drive, then tells what a write of the file would change.
@@ -115,7 +128,9 @@ class ImExport final : public link::Window, private ConfigurationObserver {
     void begin_survey(Survey survey);
     void end_survey();
     void lock() { locked_ = true; }
-    void say(base::Text text);
+    bool other_job_runs();
+    void send(ConfigurationCommand command);
+    void say(base::Text text) const;
     void tell() const {
         if (changed) changed();
     }
@@ -123,10 +138,17 @@ class ImExport final : public link::Window, private ConfigurationObserver {
     ConfigurationServices services_;
     ConfigurationData data_;
     ConfigurationTransfer job_;
+    // What is to be told of the file chosen last.
+    struct FileState {
+        bool unreadable = false;
+        std::optional<std::size_t> broken_line;
+    };
     std::filesystem::path source_file_;
     std::filesystem::path template_file_;
+    FileState files_[2];
+    ConfigurationSide side_ = ConfigurationSide::kWrite;
+    ConfigurationCommand sent_ = ConfigurationCommand::kNone;
     bool locked_ = false;
-    bool unreadable_[2] = {false, false};
     std::optional<Survey> survey_;
     std::optional<ConfigurationFinding> finding_;
 };

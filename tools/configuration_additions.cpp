@@ -23,6 +23,12 @@ bool ImExport::link_open() const {
     return engine.state.channel == 0 ? engine.serial.is_open() : engine.can.is_open();
 }
 
+void ImExport::show_side(ConfigurationSide side) {
+    if (side_ == side) return;
+    side_ = side;
+    tell();
+}
+
 void ImExport::stop() {
     job_.stop();
 }
@@ -41,6 +47,8 @@ void ImExport::begin_survey(Survey survey) {
         say(kNoSource);
         return;
     }
+    if (other_job_runs()) return;
+    sent_ = ConfigurationCommand::kNone;
     data_.survey = template_of(data_.source);
     survey_ = survey;
     job_.start_survey();

@@ -58,7 +58,7 @@ ConfigurationNote finished_note(const ImExport& form, const TransferCount& count
                      count.failed, count.all),
                 true};
     if (side == ConfigurationSide::kRead)
-        return {said(language, "{} 行全部读出：可以导出", "All {} rows are read: ready to export",
+        return {said(language, "{} 行全部读出：可以导出", "All rows are read ({}): ready to export",
                      count.all),
                 false};
     return {said(language, "写入完成：存储到 EEPROM 后断电才不丢失",
@@ -66,9 +66,22 @@ ConfigurationNote finished_note(const ImExport& form, const TransferCount& count
             false};
 }
 
+std::string row_count(base::Language language, std::size_t rows) {
+    return said(language, "{} 行", rows == 1 ? "{} row" : "{} rows", rows);
+}
+
 std::size_t invalid_rows(const ImExport& form) {
     return static_cast<std::size_t>(
         std::ranges::count(form.data().source, std::string(kInvalidWord), &SourceRow::Result));
+}
+
+// A file may break off without a trace in its rows.
+ConfigurationNote with_break(const ImExport& form, ConfigurationSide side, ConfigurationNote note) {
+    const auto line = form.broken_line(side);
+    if (!line) return note;
+    return {note.text + said(form.language(), "；文件在第 {} 行中断，其后未载入",
+                             "; the file breaks off at line {}, the rest is not loaded", *line),
+            true};
 }
 
 ConfigurationNote loaded_note(const ImExport& form, ConfigurationSide side) {
@@ -79,16 +92,29 @@ ConfigurationNote loaded_note(const ImExport& form, ConfigurationSide side) {
         if (form.template_file().empty())
             return {said(language, "请先选择要读出的参数模板", "Choose a template of what to read"),
                     false};
-        return {said(language, "{} 行", "{} rows", form.data().driver.size()), false};
+        return with_break(form, side, {row_count(language, form.data().driver.size()), false});
     }
     if (form.source_file().empty())
         return {said(language, "请先选择要写入的文件", "Choose a file to write"), false};
     const std::size_t invalid = invalid_rows(form);
-    if (invalid == 0) return {said(language, "{} 行", "{} rows", form.data().source.size()), false};
-    return {
-        said(language, "{} 行，其中 {} 行无效，将被跳过",
-             "{} rows; {} of them invalid, to be passed over", form.data().source.size(), invalid),
-        true};
+    const std::string rows = row_count(language, form.data().source.size());
+    if (invalid == 0) return with_break(form, side, {rows, false});
+    return with_break(form, side,
+                      {rows + said(language, "，其中 {} 行无效，将被跳过",
+                                   "; {} of them invalid, to be passed over", invalid),
+                       true});
+}
+
+// What gets no answer leaves no other trace on the window.
+ConfigurationNote sent_note(const ImExport& form) {
+    const base::Language language = form.language();
+    if (!form.link_open())
+        return {said(language, "没有连接：什么也没有发送", "No link: nothing was sent"), true};
+    if (form.sent() == ConfigurationCommand::kStore)
+        return {said(language, "存储命令已发送三次；按钮恢复之前请勿断电",
+                     "Sent three times. Keep the power on until the buttons are back"),
+                false};
+    return {said(language, "重启命令已发送", "The restart is sent"), false};
 }
 
 }  // namespace
@@ -99,6 +125,7 @@ ConfigurationNote configuration_note(const ImExport& form, ConfigurationSide sid
     if (write && job.surveying()) return running_note(form, form.data().survey_count, true);
     const TransferCount& count = write ? form.data().write_count : form.data().read_count;
     if (write ? job.writing() : job.reading()) return running_note(form, count, false);
+    if (write && form.sent() != ConfigurationCommand::kNone) return sent_note(form);
     switch (count.end) {
         case TransferEnd::kNone:
             return loaded_note(form, side);

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t kIdentityDigits = 6;
 constexpr std::size_t kKeyDigits = 8;
-constexpr std::size_t kFields = 3;
 constexpr double kHalfRange = 2147483648.0;
 constexpr double kFullRange = 4294967296.0;
 
@@ -40,7 +39,7 @@ std::vector<std::string> fields_of(std::string_view line) {
     std::vector<std::string> fields;
     if (line.empty()) return fields;
     std::size_t begin = 0;
-    while (fields.size() < kFields) {
+    while (fields.size() < kCdiFields) {
         const std::size_t comma = line.find(',', begin);
         fields.push_back(base::gbk_to_utf8(line.substr(begin, comma - begin)));
         if (comma == std::string_view::npos) break;
@@ -56,8 +55,17 @@ bool is_hex(std::string_view digits) {
     });
 }
 
+bool is_blank(std::string_view line) {
+    return std::ranges::all_of(line, [](char c) { return c == ' ' || c == '\t' || c == '\0'; });
+}
+
+bool is_record(std::string_view line, std::size_t fields) {
+    const auto commas = static_cast<std::size_t>(std::ranges::count(line, ','));
+    return !line.empty() && commas + 1 >= fields;
+}
+
 SourceRow invalid_row(std::vector<std::string> fields, const dictionary::Store& dictionary) {
-    fields.resize(kFields);
+    fields.resize(kCdiFields);
     Names names = names_of(fields[0], dictionary);
     return {.Index = std::move(fields[0]),
             .Source_Value = std::move(fields[1]),
@@ -107,7 +115,7 @@ std::vector<SourceRow> read_cdi(std::string_view bytes, const dictionary::Store&
     base::LineReader lines(bytes);
     while (const auto line = rows.size() < kMostRows ? lines.next() : std::nullopt) {
         auto fields = fields_of(*line);
-        if (fields.size() < kFields) {
+        if (fields.size() < kCdiFields) {
             rows.push_back(invalid_row(std::move(fields), dictionary));
             break;
         }
@@ -140,6 +148,20 @@ std::vector<DriverRow> read_cdo(std::string_view bytes, const dictionary::Store&
                         .name_en = std::move(names.english)});
     }
     return rows;
+}
+
+std::optional<std::size_t> broken_line(std::string_view bytes, std::size_t loaded,
+                                       std::size_t fields) {
+    base::LineReader lines(bytes);
+    std::optional<std::size_t> broken;
+    std::size_t number = 0;
+    while (const auto line = lines.next()) {
+        ++number;
+        if (!broken && number <= loaded && is_record(*line, fields)) continue;
+        if (!broken) broken = number;
+        if (!is_blank(*line)) return broken;
+    }
+    return std::nullopt;
 }
 
 std::vector<DriverRow> template_of(const std::vector<SourceRow>& rows) {

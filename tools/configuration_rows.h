@@ -61,6 +61,14 @@ inline constexpr std::size_t kMostRows = 100'000;
 std::vector<SourceRow> read_cdi(std::string_view bytes, const dictionary::Store& dictionary);
 std::vector<DriverRow> read_cdo(std::string_view bytes, const dictionary::Store& dictionary);
 
+// The line, from 1, at which a file breaks off: it has fewer fields than a record, or more rows
+// than are loaded stand before it. Nothing of it and behind it is loaded but, of a `.cdi`, the row
+// that shows it. Blank lines at the end of a file are no loss.
+inline constexpr std::size_t kCdiFields = 3;
+inline constexpr std::size_t kCdoFields = 1;
+std::optional<std::size_t> broken_line(std::string_view bytes, std::size_t loaded,
+                                       std::size_t fields);
+
 // The template that asks for what a file names: its valid rows with a key, each object once.
 std::vector<DriverRow> template_of(const std::vector<SourceRow>& rows);
 

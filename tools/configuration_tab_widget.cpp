@@ -19,76 +19,53 @@ constexpr int kGap = 8;
 constexpr int kCommandWidth = 188;
 constexpr std::string_view kWriteCaption = "写入数据/Write to Controller";
 constexpr std::string_view kReadCaption = "读出数据/Read from Controller";
-constexpr std::array kSourceHeadings{"N",      "Index", "Source Value", "Check Value",
-                                     "Result", "Name",  "Name"};
-constexpr std::array kDriverHeadings{"N", "Index", "Driver Value", "Result", "Name", "Name"};
 
-QString source_cell(const SourceRow& row, int at, int column) {
-    switch (column) {
-        case 0:
-            return QString::number(at);
-        case 1:
-            return io_qt(row.Index);
-        case 2:
-            return io_qt(row.Source_Value);
-        case 3:
-            return io_qt(row.Check_Value);
-        case 4:
-            return io_qt(row.Result);
-        case 5:
-            return io_qt(row.name_ch);
-        default:
-            return io_qt(row.name_en);
-    }
-}
+// A column of a grid: its heading, and the row's text. The first counts the rows and has none.
+template <typename Row>
+struct CellColumn {
+    const char* heading = "";
+    std::string Row::*text = nullptr;
+};
 
-QString driver_cell(const DriverRow& row, int at, int column) {
-    switch (column) {
-        case 0:
-            return QString::number(at);
-        case 1:
-            return io_qt(row.Index);
-        case 2:
-            return io_qt(row.Driver_Value);
-        case 3:
-            return io_qt(row.Result);
-        case 4:
-            return io_qt(row.name_ch);
-        default:
-            return io_qt(row.name_en);
-    }
-}
+constexpr std::array kSourceColumns{CellColumn<SourceRow>{"N", nullptr},
+                                    CellColumn<SourceRow>{"Index", &SourceRow::Index},
+                                    CellColumn<SourceRow>{"Source Value", &SourceRow::Source_Value},
+                                    CellColumn<SourceRow>{"Check Value", &SourceRow::Check_Value},
+                                    CellColumn<SourceRow>{"Result", &SourceRow::Result},
+                                    CellColumn<SourceRow>{"Name", &SourceRow::name_ch},
+                                    CellColumn<SourceRow>{"Name", &SourceRow::name_en}};
+constexpr std::array kDriverColumns{CellColumn<DriverRow>{"N", nullptr},
+                                    CellColumn<DriverRow>{"Index", &DriverRow::Index},
+                                    CellColumn<DriverRow>{"Driver Value", &DriverRow::Driver_Value},
+                                    CellColumn<DriverRow>{"Result", &DriverRow::Result},
+                                    CellColumn<DriverRow>{"Name", &DriverRow::name_ch},
+                                    CellColumn<DriverRow>{"Name", &DriverRow::name_en}};
 
-ConfigurationCells source_cells(const ImExport& form) {
-    return {
-        .rows = [&form] { return static_cast<int>(form.data().source.size()); },
-        .text =
-            [&form](int row, int column) {
-                return source_cell(form.data().source[static_cast<std::size_t>(row)], row, column);
-            },
-        .heading =
-            [](int column) {
-                return QLatin1String(kSourceHeadings.at(static_cast<std::size_t>(column)));
-            },
-        .red = [&form](int row) { return form.data().source[static_cast<std::size_t>(row)].red; },
-        .warns = {},
-        .columns = static_cast<int>(kSourceHeadings.size())};
-}
-
-ConfigurationCells driver_cells(const ImExport& form) {
-    return {.rows = [&form] { return static_cast<int>(form.data().driver.size()); },
+// Both outlive the grid.
+template <typename Row, std::size_t Columns>
+ConfigurationCells cells_of(const std::vector<Row>& rows,
+                            const std::array<CellColumn<Row>, Columns>& columns) {
+    return {.rows = [&rows] { return static_cast<int>(rows.size()); },
             .text =
-                [&form](int row, int column) {
-                    return driver_cell(form.data().driver[static_cast<std::size_t>(row)], row,
-                                       column);
+                [&rows, &columns](int row, int column) {
+                    const auto text = columns.at(static_cast<std::size_t>(column)).text;
+                    return text == nullptr ? QString::number(row)
+                                           : io_qt(rows[static_cast<std::size_t>(row)].*text);
                 },
             .heading =
-                [](int column) {
-                    return QLatin1String(kDriverHeadings.at(static_cast<std::size_t>(column)));
+                [&columns](int column) {
+                    return QLatin1String(columns.at(static_cast<std::size_t>(column)).heading);
                 },
             .red = {},
             .warns = {},
-            .columns = static_cast<int>(kDriverHeadings.size())};
+            .columns = static_cast<int>(Columns)};
+}
+
+ConfigurationCells source_cells(const ImExport& form) {
+    const std::vector<SourceRow>& rows = form.data().source;
+    ConfigurationCells cells = cells_of(rows, kSourceColumns);
+    cells.red = [&rows](int row) { return rows[static_cast<std::size_t>(row)].red; };
+    return cells;
 }
 
 // A value of 32 bits with its sign, and the widest word of a result.
@@ -189,7 +166,7 @@ void ConfigurationTabWidget::make_grid() {
                 ? new ConfigurationTable(source_cells(form_),
                                          {number, index, value, value, result, name, name},
                                          "MSHFlexGridA", this)
-                : new ConfigurationTable(driver_cells(form_),
+                : new ConfigurationTable(cells_of(form_.data().driver, kDriverColumns),
                                          {number, index, value, result, name, name}, "MSHFlexGridB",
                                          this);
 }

@@ -41,6 +41,9 @@ ConfigurationWindow::ConfigurationWindow(ImExport& form, QWidget* parent)
     Timer1_.setObjectName(QStringLiteral("Timer1"));
     Timer1_.setInterval(ImExport::kLockMilliseconds);
     connect(&Timer1_, &QTimer::timeout, this, [this] { form_.Timer1_Timer(); });
+    connect(SSTab1_, &QTabWidget::currentChanged, this, [this](int tab) {
+        form_.show_side(tab == 0 ? ConfigurationSide::kWrite : ConfigurationSide::kRead);
+    });
     form_.changed = [this] { refresh(); };
     form_.row_changed = [this](std::size_t row) { refresh_row(row); };
     apply_language();
@@ -51,13 +54,10 @@ ConfigurationWindow::~ConfigurationWindow() {
     form_.row_changed = {};
 }
 
-void ConfigurationWindow::show_side(ConfigurationSide side) {
-    SSTab1_->setCurrentIndex(side == ConfigurationSide::kWrite ? 0 : 1);
-}
-
 void ConfigurationWindow::refresh() {
     if (form_.locked() && !Timer1_.isActive()) Timer1_.start();
     if (!form_.locked()) Timer1_.stop();
+    SSTab1_->setCurrentIndex(form_.side() == ConfigurationSide::kWrite ? 0 : 1);
     write_->refresh();
     read_->refresh();
     refresh_report();

@@ -22,9 +22,6 @@ class ConfigurationWindow final : public QWidget {
     explicit ConfigurationWindow(ImExport& form, QWidget* parent = nullptr);
     ~ConfigurationWindow() override;
 
-    // The tab for writing or for reading comes to the front.
-    void show_side(ConfigurationSide side);
-
     QSize sizeHint() const override { return {980, 620}; }
 
   protected:

@@ -20,6 +20,8 @@ constexpr base::Text kNoList{"位置流cdo文件初始化失败!", "Position Flo
 constexpr base::Text kNoResolution{
     "编码器数据未初始化，不能确定速度的单位!",
     "Encoder data not initialized,can't fix the unit of speed,failed!"};
+constexpr base::Text kOtherJob{"正在传输配置，请等待其结束。",
+                               "A configuration is being transferred: wait for its end."};
 constexpr base::Text kWrongSetting{"输入错误!", "Wrong Setting!"};
 
 constexpr std::array kTexts{
@@ -74,6 +76,12 @@ bool PosFlow::may_begin() {
     }
     if (!resolution_known()) {
         say(kNoResolution);
+        return false;
+    }
+    // The configuration's jobs have the same selector: one that runs would end in the middle.
+    const std::int32_t mode = services_.engine.state.batch_mode;
+    if (mode != 0 && mode != kReadTable && mode != kWriteTable) {
+        say(kOtherJob);
         return false;
     }
     return true;

@@ -319,18 +319,7 @@ TEST(Diff, RowsWithoutAnObjectAreSaid) {
     machine.bench.folder.put("a.cdi", "60600008,1,True\nxyz,3,True\n");
     machine.bench.folder.put("b.cdi", "60600008,1,True\n");
     EXPECT_EQ(machine.run({"diff", machine.file("a.cdi"), machine.file("b.cdi")}), 0);
-    EXPECT_TRUE(machine.told("1 rows name no object")) << machine.err;
-}
-
-TEST(BrokenLine, IsTheFirstThatCannotBeSplit) {
-    EXPECT_EQ(broken_line("a,b,c\nd,e,f\n", 2, 3), std::nullopt);
-    EXPECT_EQ(broken_line("a,b,c\nd,e\n", 2, 3), 2U);
-    EXPECT_EQ(broken_line("a,b,c\nd,e\nf,g,h\n", 2, 3), 2U);
-    EXPECT_EQ(broken_line("a,b,c,d\n", 1, 3), std::nullopt);
-    EXPECT_EQ(broken_line("", 0, 3), std::nullopt);
-    EXPECT_EQ(broken_line("\n\n", 1, 3), std::nullopt);
-    EXPECT_EQ(broken_line("a\n\n\nb\n", 1, 1), 2U);
-    EXPECT_EQ(broken_line("a\nb\n", 1, 1), 2U) << "more than are loaded";
+    EXPECT_TRUE(machine.told("name no object to be compared: 1")) << machine.err;
 }
 
 TEST(ConfigurationOptions, WrongUseIsToldAsSuch) {

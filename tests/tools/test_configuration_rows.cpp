@@ -57,6 +57,12 @@ TEST(ConfigurationValues, RoundsHalvesToEven) {
     EXPECT_EQ(source_number("3.5"), 4);
 }
 
+TEST(ConfigurationValues, OnlyTheSmallPrefixIsHexadecimal) {
+    EXPECT_EQ(source_number("0x10"), 16);
+    EXPECT_EQ(source_number("0X10"), 0);
+    EXPECT_EQ(source_number("&H10"), 16) << "what the prefix is replaced by";
+}
+
 TEST(ConfigurationValues, ReadsAsFarAsItIsANumber) {
     EXPECT_EQ(source_number("12abc"), 12);
     EXPECT_EQ(source_number(""), 0);
@@ -129,6 +135,45 @@ TEST(CdiFile, ALineWithFewerThanThreeFieldsEndsTheLoadingAndIsShown) {
     EXPECT_TRUE(rows[1].red);
 }
 
+// --- The same records, however the lines end.
+
+TEST(CdiFile, LinesEndWithCrLfOrLfAndTheLastMayHaveNoEnd) {
+    const auto told = read_cdi("60600008,1,True\r\n20100310,2,False\r\n", store());
+    ASSERT_EQ(told.size(), 2U);
+    for (const char* text :
+         {"60600008,1,True\n20100310,2,False\n", "60600008,1,True\r\n20100310,2,False",
+          "60600008,1,True\n20100310,2,False\r", "60600008,1,True\n20100310,2,False"})
+        EXPECT_EQ(read_cdi(text, store()), told) << text;
+}
+
+TEST(CdiFile, AQuotedFieldKeepsItsQuotesAndIsSplitAtItsComma) {
+    const auto rows = read_cdi("\"60600008\",1,True\n60600008,\"1,5\",True\n", store());
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].Index, "\"60600008\"");
+    EXPECT_EQ(row_key(rows[0].Index), std::nullopt) << "so nothing is sent";
+    EXPECT_EQ(rows[1].Source_Value, "\"1");
+    EXPECT_EQ(rows[1].Result, "Invalid") << "the third field is what stands behind the comma";
+}
+
+TEST(CdiFile, ABlankLineEndsTheLoadingAndIsShown) {
+    const auto rows = read_cdi("60600008,1,True\n\n60810020,3,True\n", store());
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[1].Index, "");
+    EXPECT_EQ(rows[1].Result, "Invalid");
+}
+
+TEST(CdiFile, BytesOfTheCodePageAreShownAsText) {
+    const auto rows = read_cdi(base::utf8_to_gbk("60600008,1 转,True\n模式,2,True\n"), store());
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].Source_Value, "1 转");
+    EXPECT_EQ(source_number(rows[0].Source_Value), 1);
+    EXPECT_EQ(rows[1].Index, "模式");
+    EXPECT_EQ(rows[1].Result, "");
+    const auto broken = read_cdi("60600008,1\xFF\x80,True\n", store());
+    ASSERT_EQ(broken.size(), 1U);
+    EXPECT_EQ(source_number(broken[0].Source_Value), 1);
+}
+
 TEST(CdiFile, AnEmptyFileHasNoRows) {
     EXPECT_TRUE(read_cdi("", store()).empty());
 }
@@ -152,6 +197,38 @@ TEST(CdoFile, OnlyTheFirstFieldCounts) {
 
 TEST(CdoFile, AnEmptyLineEndsTheLoading) {
     EXPECT_EQ(read_cdo("60600008\n\n20100310\n", store()).size(), 1U);
+}
+
+TEST(CdoFile, LinesEndWithCrLfOrLfAndTheLastMayHaveNoEnd) {
+    for (const char* text : {"60600008\r\n20100310\r\n", "60600008\n20100310\n",
+                             "60600008\n20100310", "60600008,\r\n20100310\r"}) {
+        const auto rows = read_cdo(text, store());
+        ASSERT_EQ(rows.size(), 2U) << text;
+        EXPECT_EQ(rows[0].Index, "60600008");
+        EXPECT_EQ(rows[1].Index, "20100310");
+    }
+}
+
+TEST(CdoFile, AnEmptyFileHasNoRows) {
+    EXPECT_TRUE(read_cdo("", store()).empty());
+}
+
+// The name of a row is looked up without its last two digits, so each length of an object has it.
+TEST(CdoFile, TheNameIsThatOfTheKeyDividedBy256) {
+    for (const char* Index : {"60600008", "60600010", "606000FF", "60600000"})
+        EXPECT_EQ(read_cdo(Index, store()).at(0).name_en, "Modes of operation") << Index;
+    EXPECT_EQ(read_cdo("606000", store()).at(0).name_en, "") << "6060 of sub-index 00 is none";
+}
+
+TEST(BrokenLine, IsTheFirstThatCannotBeSplit) {
+    EXPECT_EQ(broken_line("a,b,c\nd,e,f\n", 2, 3), std::nullopt);
+    EXPECT_EQ(broken_line("a,b,c\nd,e\n", 2, 3), 2U);
+    EXPECT_EQ(broken_line("a,b,c\nd,e\nf,g,h\n", 2, 3), 2U);
+    EXPECT_EQ(broken_line("a,b,c,d\n", 1, 3), std::nullopt);
+    EXPECT_EQ(broken_line("", 0, 3), std::nullopt);
+    EXPECT_EQ(broken_line("\n\n", 1, 3), std::nullopt);
+    EXPECT_EQ(broken_line("a\n\n\nb\n", 1, 1), 2U);
+    EXPECT_EQ(broken_line("a\nb\n", 1, 1), 2U) << "more than are loaded";
 }
 
 TEST(Export, OneLineARowEndedByCrLf) {

@@ -243,5 +243,20 @@ TEST(PosFlowJob, TheConfigurationModesAreNotItsOwn) {
     }
 }
 
+// One job at a time: the configuration's have the same selector.
+TEST(PosFlowJobs, NoneBeginsInTheMiddleOfAConfiguration) {
+    PosFlowForm bench;
+    for (const int mode : {1, 2}) {
+        bench.engine.state.batch_mode = mode;
+        bench.notice.boxes.clear();
+        bench.form.Command1_Click();
+        bench.form.Command2_Click();
+        EXPECT_EQ(bench.engine.state.batch_mode, mode);
+        ASSERT_EQ(bench.notice.boxes.size(), 2U);
+        EXPECT_EQ(bench.notice.boxes[0].second,
+                  "A configuration is being transferred: wait for its end.");
+    }
+}
+
 }  // namespace
 }  // namespace servo::tools

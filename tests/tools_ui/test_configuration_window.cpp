@@ -293,6 +293,56 @@ TEST_F(ConfigurationWindowTest, StopEndsAJob) {
     EXPECT_EQ(text("LabelA"), "Stopped at row 49 of 600: nothing behind it was written");
 }
 
+TEST_F(ConfigurationWindowTest, ALanguageSwitchInTheMiddleChangesTheTextsAndNothingElse) {
+    add_600(false);
+    choose(put("a.cdi", file_of_600()));
+    click("Command1");
+    click("Command2");
+    ASSERT_TRUE(run_until([this] { return engine.state.batch_row == 100; }));
+    speak(Language::kChinese);
+    EXPECT_EQ(text("LabelA"), "第 99 行，共 600 行；失败 0");
+    EXPECT_EQ(caption("Command3"), "存储数据到EEPROM");
+    EXPECT_FALSE(enabled("Command2"));
+    EXPECT_EQ(cell("MSHFlexGridA", 50, 4), "True");
+    EXPECT_EQ(grid("MSHFlexGridA").columnWidth(6), 0);
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(text("Label2"), "Finished! Fail:0");
+    EXPECT_EQ(writes().size(), 600U);
+}
+
+TEST_F(ConfigurationWindowTest, AHiddenWindowGoesOnAndShowsAllWhenItComesBack) {
+    add_600(false);
+    choose(put("a.cdi", file_of_600()));
+    click("Command1");
+    click("Command2");
+    ASSERT_TRUE(run_until([this] { return engine.state.batch_row == 100; }));
+    window.hide();
+    ASSERT_TRUE(finish());
+    tick_timer();
+    window.show();
+    QApplication::processEvents();
+    EXPECT_EQ(text("Label2"), "Finished! Fail:0");
+    EXPECT_EQ(percent("ProgressBar1"), 100);
+    EXPECT_EQ(cell("MSHFlexGridA", 600, 4), "True");
+    EXPECT_TRUE(enabled("Command2"));
+}
+
+TEST_F(ConfigurationWindowTest, ALinkThatClosesInTheMiddleGivesTheButtonsBack) {
+    add_600(false);
+    choose(put("a.cdi", file_of_600()));
+    click("Command1");
+    click("Command2");
+    ASSERT_TRUE(run_until([this] { return engine.state.batch_row == 100; }));
+    communication.Command1_Click();
+    QApplication::processEvents();
+    EXPECT_EQ(text("Label2"), "Stopped! Fail:0");
+    EXPECT_EQ(text("LabelA"),
+              "The link was closed at row 99 of 600: nothing behind it was written");
+    EXPECT_FALSE(enabled("Command2"));
+    tick_timer();
+    EXPECT_TRUE(enabled("Command2"));
+}
+
 TEST_F(ConfigurationWindowTest, SelectedRowsAreCopiedAsTheyAreShown) {
     choose(put("a.cdi", "60600008,1,True\n20100310,2,True\n"));
     click("Command1");
@@ -303,10 +353,13 @@ TEST_F(ConfigurationWindowTest, SelectedRowsAreCopiedAsTheyAreShown) {
 }
 
 TEST_F(ConfigurationWindowTest, ASideComesToTheFront) {
-    window.show_side(ConfigurationSide::kRead);
+    form.show_side(ConfigurationSide::kRead);
     EXPECT_TRUE(control("Command7").isVisible());
     EXPECT_FALSE(control("Command2").isVisible());
-    window.show_side(ConfigurationSide::kWrite);
+    tab(0);
+    EXPECT_EQ(form.side(), ConfigurationSide::kWrite) << "the user's choice is kept";
+    form.show_side(ConfigurationSide::kRead);
+    form.show_side(ConfigurationSide::kWrite);
     EXPECT_TRUE(control("Command2").isVisible());
 }
 

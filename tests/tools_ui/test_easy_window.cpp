@@ -197,6 +197,20 @@ TEST_F(EasyWindowTest, PressingTheButtonChangesNothing) {
     EXPECT_TRUE(sent().empty()) << "on the drive";
 }
 
+TEST_F(EasyWindowTest, WorksWithNoDriveConnected) {
+    port.close();
+    ASSERT_FALSE(port.is_open());
+    pick("Combo1", 1);
+    EXPECT_TRUE(shown("Frame4"));
+    pick("Combo1", 0);
+    click("Check1");
+    EXPECT_TRUE(enabled("Text4"));
+    click("Option7");
+    EXPECT_EQ(text("Option7"), "on");
+    click("Command1");
+    EXPECT_FALSE(port.is_open());
+}
+
 TEST_F(EasyWindowTest, NothingThatIsDoneReachesTheDrive) {
     for (int method = 0; method < 4; ++method)
         pick("Combo1", method);
