@@ -10,6 +10,10 @@ constexpr base::Text kSummary{"故障 {} 个，屏蔽 {} 个", "{} on, {} masked
 constexpr base::Text kNever{"尚未读到错误状态字", "No error word has been read yet"};
 constexpr base::Text kStale{"未连接，显示的是最后一次读到的状态", "not connected, as last read"};
 constexpr base::Text kMaskUnknown{"屏蔽尚未读到", "Masks not read yet"};
+constexpr base::Text kReset{
+    "复位：在“基本操作”页向 2606 写 1，或控制字 6040 位 7 的上升沿。原因仍在时，故障会再次出现。",
+    "Reset: write 1 to 2606 on the page Basic Operation, or raise bit 7 of the controlword 6040. A "
+    "fault whose cause still stands comes back."};
 constexpr base::Text kWord{"错误状态字{}，位 {}", "Error word {}, bit {}"};
 
 std::string count_of(std::size_t count) {
@@ -45,6 +49,10 @@ std::string errors_summary(const Errors& form) {
 
 std::string mask_note(const Errors& form, int word) {
     return form.mask_known(word) ? std::string() : std::string(kMaskUnknown.in(form.language()));
+}
+
+std::string reset_note(const Errors& form) {
+    return form.active().empty() ? std::string() : std::string(kReset.in(form.language()));
 }
 
 FaultDetail fault_detail(int fault, dictionary::Variant variant, base::Language language) {

@@ -30,6 +30,9 @@ std::string errors_summary(const Errors& form);
 // Empty when the boxes of the word show what the drive holds.
 std::string mask_note(const Errors& form, int word);
 
+// How a fault is cleared, which is not done here; empty while none is on.
+std::string reset_note(const Errors& form);
+
 // What stands behind a fault.
 struct FaultDetail {
     std::string heading;  // word, mask and caption in one line

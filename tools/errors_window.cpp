@@ -66,6 +66,8 @@ void ErrorsWindow::make_detail() {
     set_weight(remedy_head_, Weight::kQuiet);
     cause_ = make_text(detail_, QStringLiteral("LabelM"));
     remedy_ = make_text(detail_, QStringLiteral("LabelO"));
+    reset_ = make_text(detail_, QStringLiteral("LabelP"));
+    set_weight(reset_, Weight::kQuiet);
     auto* column = new QVBoxLayout(detail_);
     column->setContentsMargins(2 * kGap, 2 * kGap, 2 * kGap, 2 * kGap);
     column->setSpacing(kGap / 2);
@@ -79,6 +81,8 @@ void ErrorsWindow::make_detail() {
     column->addWidget(remedy_head_);
     column->addWidget(remedy_);
     column->addStretch();
+    column->addSpacing(kGap);
+    column->addWidget(reset_);
 }
 
 // The words side by side, and what stands behind a fault beside them, where it moves nothing.
@@ -90,10 +94,7 @@ void ErrorsWindow::lay_out() {
     words->setSpacing(kGap);
     words->addWidget(first_, 4);
     words->addWidget(second_, 3);
-    auto* left = new QVBoxLayout;
-    left->addLayout(words);
-    left->addStretch();
-    layout->addLayout(left, 1);
+    layout->addLayout(words, 1);
     layout->addWidget(detail_);
 }
 
@@ -123,6 +124,7 @@ void ErrorsWindow::refresh_now() {
     show_text(summary_, errors_summary(form_));
     set_weight(summary_, faulty ? Weight::kWarning : Weight::kPlain);
     set_bold(summary_, faulty);
+    show_text(reset_, reset_note(form_));
     explain();
 }
 

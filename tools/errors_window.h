@@ -51,12 +51,13 @@ class ErrorsWindow final : public QWidget {
     ErrorsWordWidget* first_ = nullptr;
     ErrorsWordWidget* second_ = nullptr;
     QLabel* summary_ = nullptr;      // LabelJ
-    QWidget* detail_ = nullptr;      // around the next five
+    QWidget* detail_ = nullptr;      // around these
     QLabel* heading_ = nullptr;      // LabelK: which fault
     QLabel* cause_head_ = nullptr;   // LabelL
     QLabel* cause_ = nullptr;        // LabelM
     QLabel* remedy_head_ = nullptr;  // LabelN
     QLabel* remedy_ = nullptr;       // LabelO
+    QLabel* reset_ = nullptr;        // LabelP: how a fault is cleared
     QTimer gather_;
 };
 

@@ -179,6 +179,17 @@ TEST_F(ErrorsTest, TheSummaryCountsFaultsAndMasks) {
     EXPECT_EQ(errors_summary(form), "故障 2 个，屏蔽 2 个；未连接，显示的是最后一次读到的状态");
 }
 
+TEST_F(ErrorsTest, HowAFaultIsResetIsToldWhileOneIsOn) {
+    EXPECT_EQ(reset_note(form), "");
+    answer(kWord2, 0x0010);
+    EXPECT_EQ(
+        reset_note(form),
+        "Reset: write 1 to 2606 on the page Basic Operation, or raise bit 7 of the controlword "
+        "6040. A fault whose cause still stands comes back.");
+    answer(kWord2, 0);
+    EXPECT_EQ(reset_note(form), "");
+}
+
 TEST_F(ErrorsTest, TheFaultUnderThePointerIsExplainedFirst) {
     EXPECT_EQ(explained_fault(form, {}, {}), std::nullopt);
     answer(kWord1, 0x0210);

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "data/tools/compound_file.h"
 #include "data/tools/fault_document.h"
 #include "data/tools/xls_file.h"
+#include "dictionary/store.h"
 #include "tools/fault_table.h"
 
 namespace servo::data {
@@ -167,6 +169,24 @@ TEST(FaultDocument, ARowHasWordBitMaskNameCauseAndRemedy) {
     EXPECT_EQ(sheets[1].rows[10][3], text("实际跟踪误差超过允许"));
     EXPECT_EQ(row[4], text(std::string(tools::fault_table()[25].cause.english)));
     EXPECT_EQ(row[5], text(std::string(tools::fault_table()[25].remedy.english)));
+}
+
+TEST(FaultDocument, EveryObjectThatATextNamesIsInTheDictionary) {
+    dictionary::Store dictionary;
+    ASSERT_TRUE(dictionary.open_dat(SERVO_BIN_DIR));
+    const std::regex object("([0-9A-F]{4})(:([0-9A-F]{2}))?");
+    int named = 0;
+    for (const tools::Fault& fault : tools::fault_table())
+        for (const std::string_view each : {fault.cause.english, fault.remedy.english}) {
+            const std::string told(each);
+            for (std::sregex_iterator at(told.begin(), told.end(), object), end; at != end; ++at) {
+                const int index = std::stoi(at->str(1), nullptr, 16);
+                const int sub = at->length(3) == 0 ? 0 : std::stoi(at->str(3), nullptr, 16);
+                EXPECT_TRUE(dictionary.find(index << 8 | sub)) << at->str() << ": " << told;
+                ++named;
+            }
+        }
+    EXPECT_GT(named, 40);
 }
 
 TEST(FaultDocument, TheReducedProductHasItsOwnNames) {

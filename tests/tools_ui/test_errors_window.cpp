@@ -205,6 +205,16 @@ TEST_F(ErrorsWindowTest, CountsAndUnreadMasksAreTold) {
     EXPECT_NE(text("LabelI"), "");
 }
 
+TEST_F(ErrorsWindowTest, HowAFaultIsResetIsToldWhileOneIsOn) {
+    EXPECT_EQ(text("LabelP"), "");
+    feed(kWord1, 0x0010);
+    EXPECT_EQ(text("LabelP").substr(0, 6), "Reset:");
+    walk(Language::kChinese);
+    EXPECT_EQ(text("LabelP").substr(0, 9), "复位：");
+    feed(kWord1, 0);
+    EXPECT_EQ(text("LabelP"), "");
+}
+
 TEST_F(ErrorsWindowTest, TheKeyboardGoesDownTheRows) {
     control<>(at("Check1", 1)).setFocus();
     std::vector<int> order{0};
@@ -240,7 +250,7 @@ TEST_F(ErrorsWindowTest, FitsAndCutsNothing) {
         view.resize(view.minimumSizeHint());
         QApplication::processEvents();
         expect_fits_small_screen();
-        for (const int fault : {1, 3, 9, 14, 31}) {
+        for (int fault = 0; fault < kFaultBits; ++fault) {
             point_at(fault);
             QApplication::processEvents();
             expect_texts_fit();
