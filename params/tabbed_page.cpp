@@ -6,8 +6,22 @@
 
 namespace servo::params {
 
+namespace {
+
+constexpr base::Text kMappingHint{
+    "修改映射的顺序：COB-ID 的位 31 置 1（加 80000000）；映射个数写 0；写入各映射（索引、子索引、"
+    "位数，例如 60410010）；写入映射个数；COB-ID 的位 31 清 0。",
+    "To change a mapping, in this order: set bit 31 of the COB-ID (add 80000000), set the number "
+    "of "
+    "mapped objects to 0, enter the mappings (index, sub-index, bits: 60410010), enter their "
+    "number, clear bit 31 of the COB-ID."};
+
+}  // namespace
+
 TabbedPage::TabbedPage(const TabbedPageDefinition& definition, const PageServices& services)
-    : PollWindow(std::string(definition.name)), definition_(definition) {
+    : PollWindow(std::string(definition.name)),
+      definition_(definition),
+      language_(services.language) {
     for (auto& grid : grids_)
         grid = std::make_unique<PageGrid>(services);
 }
@@ -38,6 +52,10 @@ std::vector<std::string> TabbedPage::load(const std::filesystem::path& folder) {
 void TabbedPage::apply_language() {
     for (const auto& grid : grids_)
         grid->apply_language();
+}
+
+std::string_view TabbedPage::mapping_hint() const {
+    return kMappingHint.in(language_);
 }
 
 }  // namespace servo::params

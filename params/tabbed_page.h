@@ -61,6 +61,10 @@ class TabbedPage final : public link::PollWindow {
 
     void apply_language();  // names in all grids
 
+    // Addition: the order in which a drive lets a mapping be changed; it refuses any other, and the
+    // next pass brings its own value back without a word.
+    std::string_view mapping_hint() const;
+
     bool custom() const override { return false; }
     int rows() const override { return active_grid().rows(); }
     link::PollRow row(int row) const override { return active_grid().poll_row(row); }
@@ -71,6 +75,7 @@ class TabbedPage final : public link::PollWindow {
 
   private:
     const TabbedPageDefinition& definition_;
+    const base::Language& language_;
     std::array<std::unique_ptr<PageGrid>, kTabs> grids_;
     std::array<std::vector<dictionary::Identity>, kTabs> keys_;
     int active_ = 0;

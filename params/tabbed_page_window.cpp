@@ -4,6 +4,8 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "params/ui_palette.h"
+
 namespace servo::params {
 
 namespace {
@@ -15,10 +17,9 @@ constexpr int kFirstRows = 14;    // seen at first: a PDO with its eight mapping
 }  // namespace
 
 TabbedPageWindow::TabbedPageWindow(TabbedPage& page, QWidget* parent)
-    : QWidget(parent),
-      page_(page),
-      SSTab1_(this),
-      watch_(*this, [this] { page_.active_grid().hide_editors(); }) {
+    : QWidget(parent), page_(page), SSTab1_(this), LabelA_(this), watch_(*this, [this] {
+          page_.active_grid().hide_editors();
+      }) {
     setObjectName(QString::fromStdString(page.name()));
     SSTab1_.setObjectName(QStringLiteral("SSTab1"));
     SSTab1_.setDocumentMode(true);
@@ -32,7 +33,9 @@ TabbedPageWindow::TabbedPageWindow(TabbedPage& page, QWidget* parent)
     SSTab1_.setCurrentIndex(page_.SSTab1_Tab());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    layout->addWidget(&SSTab1_);
+    layout->addWidget(&SSTab1_, 1);
+    make_hint();
+    layout->addWidget(&LabelA_);
     setFocusProxy(grids_.at(static_cast<std::size_t>(page_.SSTab1_Tab())));
     connect(&SSTab1_, &QTabWidget::currentChanged, this, &TabbedPageWindow::tab_changed);
 }
@@ -45,6 +48,27 @@ void TabbedPageWindow::add_tab(int tab) {
     connect(view, &PageGridView::popup_asked, this, &TabbedPageWindow::popup_asked);
 }
 
+void TabbedPageWindow::make_hint() {
+    LabelA_.setObjectName(QStringLiteral("LabelA"));
+    LabelA_.setProperty("Tag", QStringLiteral("-"));
+    LabelA_.setTextFormat(Qt::PlainText);
+    LabelA_.setWordWrap(true);
+    QPalette colours = LabelA_.palette();
+    colours.setColor(QPalette::WindowText, QColor(palette::kMutedText));
+    LabelA_.setPalette(colours);
+    show_hint();
+}
+
+void TabbedPageWindow::show_hint() {
+    const std::string_view hint = page_.mapping_hint();
+    LabelA_.setText(QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size())));
+}
+
+void TabbedPageWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) show_hint();
+}
+
 void TabbedPageWindow::tab_changed(int tab) {
     page_.select_tab(tab);
     setFocusProxy(grids_.at(static_cast<std::size_t>(tab)));
@@ -52,7 +76,8 @@ void TabbedPageWindow::tab_changed(int tab) {
 
 QSize TabbedPageWindow::sizeHint() const {
     const int grid = grids_.front()->height_for_rows(kFirstRows + 1);
-    return {kFirstWidth, grid + SSTab1_.tabBar()->sizeHint().height() + 2 * kMargin};
+    const int hint = LabelA_.heightForWidth(kFirstWidth - 2 * kMargin) + layout()->spacing();
+    return {kFirstWidth, grid + SSTab1_.tabBar()->sizeHint().height() + hint + 2 * kMargin};
 }
 
 // Ctrl+PageUp and Ctrl+PageDown go round the tabs from wherever the focus is in the window.

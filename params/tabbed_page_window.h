@@ -3,6 +3,7 @@
 // different lengths have no common one to follow.
 #pragma once
 
+#include <QLabel>
 #include <QTabWidget>
 #include <QWidget>
 #include <array>
@@ -31,14 +32,18 @@ class TabbedPageWindow final : public QWidget {
     void popup_asked(const QPoint& place);
 
   protected:
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void add_tab(int tab);
+    void make_hint();
+    void show_hint();
     void tab_changed(int tab);
 
     TabbedPage& page_;
     QTabWidget SSTab1_;  // one tab for each PDO
+    QLabel LabelA_;      // how a mapping is changed
     std::array<PageGridView*, kTabs> grids_{};
     LeaveWatch watch_;
 };

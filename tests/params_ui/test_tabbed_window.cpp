@@ -1,6 +1,7 @@
 // The windows of tabs through their real controls.
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMdiArea>
@@ -238,6 +239,19 @@ TEST_F(TabbedWindow, ALanguageChangeSwapsTheNamesOfEveryTabAndKeepsTheValues) {
         EXPECT_EQ(text(tab, kActual, kName), "实际位置");
     EXPECT_EQ(text(0, kActual, kValue), "7");
     EXPECT_EQ(text(0, 0, kName), "Name") << "headers are the same in both languages";
+}
+
+TEST_F(TabbedWindow, TheOrderOfAChangeOfMappingIsTold) {
+    auto* hint = window->findChild<QLabel*>(QStringLiteral("LabelA"));
+    ASSERT_NE(hint, nullptr);
+    EXPECT_TRUE(hint->text().startsWith("To change a mapping, in this order: set bit 31"));
+    language = base::Language::kChinese;
+    QEvent changed(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(window, &changed);
+    EXPECT_TRUE(hint->text().startsWith("修改映射的顺序："));
+    frame->resize(frame->sizeHint());
+    QCoreApplication::processEvents();
+    EXPECT_GE(hint->height(), hint->heightForWidth(hint->width())) << "none of it is cut";
 }
 
 TEST_F(TabbedWindow, TheOtherWindowHasItsOwnNames) {
