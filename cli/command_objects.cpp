@@ -1,14 +1,15 @@
 // read, watch and faults.
-#include <fmt/format.h>
-
 #include <cmath>
 #include <set>
 
 #include "cli/commands.h"
-#include "cli/drive_texts.h"
+#include "dictionary/store.h"
+#include "tools/fault_table.h"
 
 namespace servo::cli {
 namespace {
+
+constexpr base::Text kNoFaults{"servoctl: 没有故障", "servoctl: no faults"};
 
 // A string has no number; neither has a value that did not come.
 Field raw_field(const Target& target, const Reply& reply) {
@@ -127,6 +128,7 @@ ExitStatus run_watch(const Options& options, const std::vector<Target>& targets,
 
 ExitStatus run_faults(const Options& options, LinkSession& session, const Output& output) {
     constexpr dictionary::Identity kFaultWords[] = {0x260100, 0x260200};
+    const dictionary::Variant variant = dictionary::Store::variant_of(options.data);
     RowPrinter printer(output, options.json, {"word", "mask", "text"});
     ExitStatus status = ExitStatus::kDone;
     bool any = false;
@@ -137,15 +139,15 @@ ExitStatus run_faults(const Options& options, LinkSession& session, const Output
         if (ends_command(reply.outcome)) break;
         if (reply.outcome != Outcome::kDone) continue;
         const auto bits = static_cast<unsigned>(std::llround(reply.number));
-        for (int bit = 0; bit < 16; ++bit) {
-            if ((bits >> bit & 1U) == 0) continue;
+        for (int fault = 0; fault < tools::kFaultBits; ++fault) {
+            if (tools::word_of(fault) != word || (bits & tools::fault_mask(fault)) == 0) continue;
             any = true;
-            printer.row({static_cast<std::int64_t>(word), fmt::format("{:04X}", 1U << bit),
-                         std::string(fault_text(word, bit, options.language))});
+            printer.row({static_cast<std::int64_t>(word), tools::fault_mask_text(fault),
+                         tools::fault_caption_line(fault, variant, options.language)});
         }
     }
     printer.finish();
-    if (!any && status == ExitStatus::kDone) output.message("servoctl: no faults");
+    if (!any && status == ExitStatus::kDone) output.message(kNoFaults.in(options.language));
     return status;
 }
 

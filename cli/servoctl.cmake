@@ -13,7 +13,6 @@ set(SERVO_CTL_PLAIN
     command_table.cpp
     command_write.cpp
     configuration_input.cpp
-    drive_texts.cpp
     engine_session.cpp
     options.cpp
     output.cpp

@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/drive_texts.h"
 #include "cli/fake_machine.h"
 
 namespace servo::cli {
@@ -264,18 +263,20 @@ TEST_F(Faults, NoneIsSaidOnStandardError) {
     EXPECT_EQ(machine.run({"faults"}), 0);
     EXPECT_EQ(machine.out, "");
     EXPECT_EQ(machine.err, "servoctl: no faults\n");
+    EXPECT_EQ(machine.run({"--lang", "zh", "faults"}), 0);
+    EXPECT_EQ(machine.err, "servoctl: 没有故障\n");
     EXPECT_EQ(machine.run({"--json", "faults"}), 0);
     EXPECT_EQ(Json::parse(machine.out), Json::array());
 }
 
-TEST_F(Faults, EveryBitHasATextInBothLanguages) {
-    for (const int word : {1, 2}) {
-        for (int bit = 0; bit < 16; ++bit) {
-            EXPECT_FALSE(fault_text(word, bit, base::Language::kEnglish).empty());
-            EXPECT_FALSE(fault_text(word, bit, base::Language::kChinese).empty());
-        }
-    }
-    EXPECT_EQ(fault_text(2, 3, base::Language::kChinese), "CAN总线故障");
+// In one line, where the window has two.
+TEST_F(Faults, TheyAreNamedAsInTheWindow) {
+    session.answers[0x260100] = number(0x4008);
+    session.answers[0x260200] = number(0x0100);
+    EXPECT_EQ(machine.run({"faults"}), 0);
+    EXPECT_EQ(machine.out,
+              "1\t0008\tEncoder counting or Encoder CRC\n"
+              "1\t4000\tMotor Commutation or Encoder information\n2\t0100\tSTO2 Error\n");
 }
 
 TEST_F(Dict, FindLooksIntoKeysAndNamesOfBothLanguages) {
