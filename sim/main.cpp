@@ -33,7 +33,7 @@ struct CommandLine {
     std::filesystem::path link;
     std::vector<std::string> faults;
     std::vector<std::string> settings;
-    std::string axis;
+    std::optional<std::string> axis;
     std::string pins;
     int id = 127;
     long turnaround = 300;
@@ -111,9 +111,9 @@ bool read_texts(CommandLine& line) {
         if (!pins) wrong.push_back(line.pins + ": eight digits 0 or 1 are needed");
         line.drive.pins = pins.value_or(0);
     }
-    if (!line.axis.empty()) {
-        line.drive.rail = servo::sim::parse_rail(line.axis);
-        if (!line.drive.rail) wrong.push_back(line.axis + ": no such axis");
+    if (line.axis) {
+        line.drive.rail = servo::sim::parse_rail(*line.axis);
+        if (!line.drive.rail) wrong.push_back(*line.axis + ": no such axis");
     }
     for (const std::string& error : wrong)
         fmt::print(stderr, "drive-sim: {}\n", error);

@@ -1,6 +1,7 @@
 #include "sim/text.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace servo::sim {
 
@@ -29,7 +30,10 @@ std::optional<std::int64_t> parse_integer(std::string_view text) {
 }
 
 std::optional<double> parse_decimal(std::string_view text) {
-    return whole<double>(text, std::chars_format::fixed);
+    const auto number = whole<double>(text, std::chars_format::fixed);
+    // "inf" and "nan" are read too, and no place or share is either.
+    if (!number || !std::isfinite(*number)) return std::nullopt;
+    return number;
 }
 
 std::optional<std::uint32_t> parse_hex(std::string_view text, std::size_t digits) {

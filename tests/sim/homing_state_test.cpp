@@ -532,6 +532,11 @@ TEST(Rail, OtherTextsAreNone) {
                              "neg=-20,pos=20,",
                              "stop=4,home=5:6",
                              "pos=1 ,",
+                             "pos=inf",
+                             "neg=-inf",
+                             "home=nan:nan",
+                             "home=-inf:3",
+                             "stop=nan",
                              "NEG=-1"}) {
         EXPECT_FALSE(parse_rail(text)) << text;
     }
