@@ -3,7 +3,7 @@
 #include <QTime>
 
 #include "app/about_window.h"
-#include "app/coming_window.h"
+#include "app/file_dialogs.h"
 #include "app/form1_window.h"
 #include "app/shell_tool_windows.h"
 #include "app/tag_text.h"
@@ -72,16 +72,8 @@ void add_lists(WindowAdder& adder, Workstation& workstation) {
 }
 
 scope::ScopeDialogs scope_dialogs(UserDialogs& dialogs) {
-    const auto ask = [&dialogs](FileRequest::Kind kind, const scope::FileQuestion& question) {
-        return dialogs.ask_file(
-            {kind, question.title, question.filter, question.suffix, question.name});
-    };
-    return {
-        .ask_save = [ask](const auto& question) { return ask(FileRequest::Kind::kSave, question); },
-        .ask_open = [ask](const auto& question) { return ask(FileRequest::Kind::kOpen, question); },
-        .tell = [&dialogs](std::string_view title,
-                           std::string_view text) { dialogs.show(title, text); },
-        .time_of_day = [] { return from_qt(QTime::currentTime().toString(u"HH:mm:ss")); }};
+    return {.files = file_dialogs(dialogs),
+            .time_of_day = [] { return from_qt(QTime::currentTime().toString(u"HH:mm:ss")); }};
 }
 
 void add_scope(WindowAdder& adder, Workstation& workstation, const WindowHooks& hooks) {
@@ -111,14 +103,6 @@ void add_download(WindowAdder& adder, Workstation& workstation, UserDialogs& dia
     });
 }
 
-void add_coming(WindowAdder& adder) {
-    for (const WindowDefinition& definition : window_table())
-        if (definition.state == WindowState::kComing)
-            adder.add(
-                definition.name, [&definition] { return new ComingWindow(definition); },
-                Kind::kDialog);
-}
-
 }  // namespace
 
 void add_shell_windows(WindowHost& host, Workstation& workstation, const WindowHooks& hooks) {
@@ -132,7 +116,6 @@ void add_shell_windows(WindowHost& host, Workstation& workstation, const WindowH
     add_scope(adder, workstation, hooks);
     add_download(adder, workstation, hooks.dialogs);
     add_tool_windows(adder, workstation, hooks.dialogs);
-    add_coming(adder);
 }
 
 }  // namespace servo::app

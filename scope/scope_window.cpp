@@ -315,12 +315,12 @@ void ScopeWindow::keep_reference() {
 }
 
 void ScopeWindow::export_file() {
-    if (!dialogs_.ask_save) return;
+    if (!dialogs_.files.ask_save) return;
     const base::Language language = scope_.language();
-    const auto path = dialogs_.ask_save({.title = std::string(kExportTitle.in(language)),
-                                         .filter = "scope",
-                                         .suffix = "scope",
-                                         .name = {}});
+    const auto path = dialogs_.files.ask_save({.title = std::string(kExportTitle.in(language)),
+                                               .filter = "scope",
+                                               .suffix = "scope",
+                                               .name = {}});
     if (!path) return;
     const Exported outcome = scope_.Command8_Click(*path);
     refresh_now();
@@ -328,12 +328,12 @@ void ScopeWindow::export_file() {
 }
 
 void ScopeWindow::import_file() {
-    if (!dialogs_.ask_open) return;
+    if (!dialogs_.files.ask_open) return;
     const base::Language language = scope_.language();
-    const auto path = dialogs_.ask_open({.title = std::string(kImportTitle.in(language)),
-                                         .filter = "scope",
-                                         .suffix = "scope",
-                                         .name = {}});
+    const auto path = dialogs_.files.ask_open({.title = std::string(kImportTitle.in(language)),
+                                               .filter = "scope",
+                                               .suffix = "scope",
+                                               .name = {}});
     if (!path) return;
     const Imported outcome = scope_.Command13_Click(*path);
     refresh_now();
@@ -347,24 +347,24 @@ void ScopeWindow::note_file(bool done, base::Text said, const std::string& path)
 }
 
 void ScopeWindow::save_picture(const char* suffix) {
-    if (!dialogs_.ask_save) return;
+    if (!dialogs_.files.ask_save) return;
     const auto path =
-        dialogs_.ask_save({.title = std::string(kPictureTitle.in(scope_.language())),
-                           .filter = QString::fromLatin1(suffix).toUpper().toStdString(),
-                           .suffix = suffix,
-                           .name = std::string("scope.") + suffix});
+        dialogs_.files.ask_save({.title = std::string(kPictureTitle.in(scope_.language())),
+                                 .filter = QString::fromLatin1(suffix).toUpper().toStdString(),
+                                 .suffix = suffix,
+                                 .name = std::string("scope.") + suffix});
     if (path)
         tell_saved(scope::save_picture(plot_->scene(), font(), frame_->size(), to_qt(*path)),
                    *path);
 }
 
 void ScopeWindow::save_table() {
-    if (!dialogs_.ask_save) return;
+    if (!dialogs_.files.ask_save) return;
     const base::Language language = scope_.language();
-    const auto path = dialogs_.ask_save({.title = std::string(kTableTitle.in(language)),
-                                         .filter = "CSV",
-                                         .suffix = "csv",
-                                         .name = "scope.csv"});
+    const auto path = dialogs_.files.ask_save({.title = std::string(kTableTitle.in(language)),
+                                               .filter = "CSV",
+                                               .suffix = "csv",
+                                               .name = "scope.csv"});
     if (path)
         tell_saved(base::write_file(*path, csv_text(scope_.whole_recording(), language)), *path);
 }
@@ -373,8 +373,8 @@ void ScopeWindow::tell_saved(bool done, const std::string& path) {
     const base::Language language = scope_.language();
     if (done)
         note_file(done, kSaved, path);
-    else if (dialogs_.tell)
-        dialogs_.tell(base::kNoticeTitle.in(language), kNotSaved.in(language));
+    else if (dialogs_.files.tell)
+        dialogs_.files.tell(base::kNoticeTitle.in(language), kNotSaved.in(language));
 }
 
 }  // namespace servo::scope

@@ -5,9 +5,9 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
-#include <optional>
 #include <string>
 
+#include "base/file_dialogs.h"
 #include "base/notice.h"
 #include "scope/oscilloscope.h"
 #include "scope/scope_controls_view.h"
@@ -26,21 +26,11 @@ class ToolRowWidget;
 enum class AnalysisPanel : std::uint8_t;
 class TriggerPanelWidget;
 
-// A question for a file's path.
-struct FileQuestion {
-    std::string title;   // in the user's language
-    std::string filter;  // shown for the suffix, such as "scope"
-    std::string suffix;  // without the dot
-    std::string name;    // suggested; may be empty
-};
+using base::FileQuestion;
 
-// How the window asks and speaks; empty functions cancel.
+// How the window asks and speaks. Recordings that can't be saved or read fail without a message.
 struct ScopeDialogs {
-    // The path chosen (UTF-8), nothing when the user cancelled.
-    std::function<std::optional<std::string>(const FileQuestion&)> ask_save;
-    std::function<std::optional<std::string>(const FileQuestion&)> ask_open;
-    // A picture or a table that could not be saved. Recordings fail without a message.
-    std::function<void(std::string_view title, std::string_view text)> tell;
+    base::FileDialogs files;
     // For the name of a reference, such as "11:02:33".
     std::function<std::string()> time_of_day;
 };

@@ -7,9 +7,9 @@
 #include <QWidget>
 #include <array>
 #include <functional>
-#include <optional>
 #include <string>
 
+#include "base/file_dialogs.h"
 #include "tuner/advanced_tuner.h"
 #include "tuner/tuner_controls_view.h"
 
@@ -26,22 +26,8 @@ class ScanPanelWidget;
 class StepPanelWidget;
 class ToolRowWidget;
 
-// A question for a file's path.
-struct FileQuestion {
-    std::string title;   // in the user's language
-    std::string filter;  // shown for the suffix, such as "bode"
-    std::string suffix;  // without the dot
-    std::string name;    // suggested; may be empty
-};
-
-// How the window asks and speaks; empty functions cancel.
-struct TunerDialogs {
-    // The path chosen (UTF-8), nothing when the user cancelled.
-    std::function<std::optional<std::string>(const FileQuestion&)> ask_save;
-    std::function<std::optional<std::string>(const FileQuestion&)> ask_open;
-    // A picture or a table that could not be saved.
-    std::function<void(std::string_view title, std::string_view text)> tell;
-};
+using base::FileQuestion;
+using TunerDialogs = base::FileDialogs;
 
 class TunerWindow final : public QWidget, private TunerObserver {
     Q_OBJECT

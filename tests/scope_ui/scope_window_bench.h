@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "../app/answered_files.h"
+#include "../app/window_hands.h"
 #include "../scope/scope_world.h"
 #include "app/language_walker.h"
 #include "app/state_controls.h"
@@ -22,7 +24,7 @@
 
 namespace servo::scope::test {
 
-struct WindowBench : ScopeWorld {
+struct WindowBench : ScopeWorld, app::test::WindowHands<WindowBench>, app::test::AnsweredFiles {
     WindowBench() {
         window.show();
         walk(base::Language::kEnglish);
@@ -48,12 +50,6 @@ struct WindowBench : ScopeWorld {
         QApplication::processEvents();
     }
 
-    template <typename Control = QWidget>
-    Control& control(const char* name) {
-        auto* found = qobject_cast<Control*>(app::find_control(window, QLatin1String(name)));
-        if (found == nullptr) throw std::runtime_error(std::string("no control ") + name);
-        return *found;
-    }
     QWidget& any(const char* name) { return control<QWidget>(name); }
     std::string text(const char* name) { return app::control_text(any(name)).toStdString(); }
     void click(const char* name) { QTest::mouseClick(&any(name), Qt::LeftButton); }
@@ -65,39 +61,9 @@ struct WindowBench : ScopeWorld {
         any(name).setFocus();
         QTest::keyClick(&any(name), static_cast<Qt::Key>(key), held);
     }
-    void type(const char* name, const char* text) {
-        auto& box = control<QLineEdit>(name);
-        box.setFocus();
-        box.selectAll();
-        QTest::keyClick(&box, Qt::Key_Backspace);
-        QTest::keyClicks(&box, QLatin1String(text));
-    }
-    // As a person picks from the open list.
-    void choose(const char* name, int position) {
-        auto& list = control<QComboBox>(name);
-        list.setFocus();
-        list.showPopup();
-        list.view()->setCurrentIndex(list.model()->index(position, 0));
-        QTest::keyClick(list.view(), Qt::Key_Return);
-    }
 
-    std::optional<std::string> path;  // the answer to the next question for a file
-    std::vector<FileQuestion> asked;
-    std::vector<std::string> told;
-    ScopeWindow window{
-        scope,
-        {.ask_save =
-             [this](const FileQuestion& question) {
-                 asked.push_back(question);
-                 return path;
-             },
-         .ask_open =
-             [this](const FileQuestion& question) {
-                 asked.push_back(question);
-                 return path;
-             },
-         .tell = [this](std::string_view, std::string_view text) { told.emplace_back(text); },
-         .time_of_day = [] { return std::string("11:02:33"); }}};
+    ScopeWindow window{scope,
+                       {.files = dialogs(), .time_of_day = [] { return std::string("11:02:33"); }}};
 };
 
 }  // namespace servo::scope::test

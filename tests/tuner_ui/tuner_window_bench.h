@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "../app/answered_files.h"
+#include "../app/window_hands.h"
 #include "../base/temp_folder.h"
 #include "../link/direct_bench.h"
 #include "app/language_walker.h"
@@ -24,7 +26,9 @@
 
 namespace servo::tuner::test {
 
-struct WindowBench : servo::test::DirectBench {
+struct WindowBench : servo::test::DirectBench,
+                     app::test::WindowHands<WindowBench>,
+                     app::test::AnsweredFiles {
     WindowBench() {
         window.show();
         walk(base::Language::kEnglish);
@@ -36,13 +40,6 @@ struct WindowBench : servo::test::DirectBench {
         QApplication::processEvents();
     }
 
-    template <typename Control = QWidget>
-    Control& control(const std::string& name) {
-        auto* found =
-            qobject_cast<Control*>(app::find_control(window, QString::fromStdString(name)));
-        if (found == nullptr) throw std::runtime_error("no control " + name);
-        return *found;
-    }
     QWidget& any(const std::string& name) { return control<QWidget>(name); }
     std::string text(const std::string& name) {
         window.refresh_now();
@@ -61,21 +58,6 @@ struct WindowBench : servo::test::DirectBench {
     void key(const std::string& name, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier) {
         any(name).setFocus();
         QTest::keyClick(&any(name), key, held);
-    }
-    void type(const std::string& name, const char* text) {
-        auto& box = control<QLineEdit>(name);
-        box.setFocus();
-        box.selectAll();
-        QTest::keyClick(&box, Qt::Key_Backspace);
-        QTest::keyClicks(&box, QLatin1String(text));
-    }
-    // As a person picks from the open list.
-    void choose(const std::string& name, int position) {
-        auto& list = control<QComboBox>(name);
-        list.setFocus();
-        list.showPopup();
-        list.view()->setCurrentIndex(list.model()->index(position, 0));
-        QTest::keyClick(list.view(), Qt::Key_Return);
     }
     // A file with a scan, through the button.
     void load(const MeasuredScan& scan = measured_scan()) {
@@ -111,22 +93,7 @@ struct WindowBench : servo::test::DirectBench {
         .engine = engine, .notice = notice, .language = language, .link_open = [this] {
             return open;
         }}};
-    std::optional<std::string> path;  // the answer to the next question for a file
-    std::vector<FileQuestion> asked;
-    std::vector<std::string> told;
-    TunerWindow window{
-        tuner,
-        {.ask_save =
-             [this](const FileQuestion& question) {
-                 asked.push_back(question);
-                 return path;
-             },
-         .ask_open =
-             [this](const FileQuestion& question) {
-                 asked.push_back(question);
-                 return path;
-             },
-         .tell = [this](std::string_view, std::string_view text) { told.emplace_back(text); }}};
+    TunerWindow window{tuner, dialogs()};
 };
 
 }  // namespace servo::tuner::test
