@@ -11,17 +11,15 @@ namespace servo::app {
 
 namespace {
 
-using enum WindowState;
-
 constexpr WindowDefinition page(std::string_view name) {
-    return {.name = name, .state = kPage};
+    return {.name = name, .page = true};
 }
 
 constexpr bool kDesignedFont = true;
 
-constexpr WindowDefinition ready(std::string_view name, std::string_view tag,
-                                 bool designed_font = false) {
-    return {.name = name, .state = kReady, .tag = tag, .designed_font = designed_font};
+constexpr WindowDefinition own(std::string_view name, std::string_view tag,
+                               bool designed_font = false) {
+    return {.name = name, .tag = tag, .designed_font = designed_font};
 }
 
 constexpr std::array kWindows{
@@ -31,9 +29,9 @@ constexpr std::array kWindows{
     page("AutoTuning"),
     page("Basic"),
     page("CLoop"),
-    ready("DigitalIO", "数字IO设置/Digital IO Functions", kDesignedFont),
-    ready("Download", "固件下载/Load Firmware"),
-    ready("Errors", "故障显示/Error Display", kDesignedFont),
+    own("DigitalIO", "数字IO设置/Digital IO Functions", kDesignedFont),
+    own("Download", "固件下载/Load Firmware"),
+    own("Errors", "故障显示/Error Display", kDesignedFont),
     page("Driver_CFG"),
     page("Driver_Property"),
     page("F000"),
@@ -41,34 +39,34 @@ constexpr std::array kWindows{
     page("F003"),
     page("F004"),
     page("F005"),
-    ready("Form1", "通信设置/Communication Settings"),
+    own("Form1", "通信设置/Communication Settings"),
     page("Homing"),
-    ready("InitSave", "初始化 保存 重启/Init Save Reboot"),
+    own("InitSave", "初始化 保存 重启/Init Save Reboot"),
     page("Motor"),
-    ready("ObjectDictionay", "对象字典/Object Dictionary", kDesignedFont),
+    own("ObjectDictionay", "对象字典/Object Dictionary", kDesignedFont),
     page("PD_MODE"),
     page("PLoop"),
     page("Pos_Table"),
     page("Speed_Table"),
     page("VLoop"),
-    ready("Scope", "示波器/Scope", kDesignedFont),
+    own("Scope", "示波器/Scope", kDesignedFont),
     WindowDefinition{.name = "imexport",
                      .designed = {"读写驱动器配置", "R/W Driver Configuration"},
                      .reduced = {"读写驱动器配置", "R/W Controller Configuration"}},
-    ready("PosFlow", "位置表模式/Position Table Mode\\"),
-    ready("Homing2", "原点定义/Homing Definition\\", kDesignedFont),
-    ready("About", "关于/About", kDesignedFont),
+    own("PosFlow", "位置表模式/Position Table Mode\\"),
+    own("Homing2", "原点定义/Homing Definition\\", kDesignedFont),
+    own("About", "关于/About", kDesignedFont),
     page("ErrorHistory"),
-    ready("TPDOSet", "TPDO"),
-    ready("RPDOSet", "RPDO"),
+    own("TPDOSet", "TPDO"),
+    own("RPDOSet", "RPDO"),
     page("ECANset"),
-    ready("RS485", "RS485配置/485 Configuration\\", kDesignedFont),
+    own("RS485", "RS485配置/485 Configuration\\", kDesignedFont),
     WindowDefinition{.name = "ADVtunner",
                      .designed = {"整定器/专家模式", "Advanced Tuner"},
                      .designed_font = kDesignedFont},
-    ready("EASY1", "快速设置/EASY Setup Wizard"),
-    ready("Motorcodes", "更多电机/More Motors"),
-    ready("modbus", "ModBus列表/ModBusList"),
+    own("EASY1", "快速设置/EASY Setup Wizard"),
+    own("Motorcodes", "更多电机/More Motors"),
+    own("modbus", "ModBus列表/ModBusList"),
 };
 
 std::string_view text_in(base::Text text, unsigned slot) {
@@ -90,7 +88,7 @@ const WindowDefinition* find_window_definition(std::string_view name) {
 
 std::string_view caption_of(const WindowDefinition& window, unsigned slot,
                             dictionary::Variant variant) {
-    if (window.state == kPage) {
+    if (window.page) {
         const params::PageDefinition* found = params::find_page_definition(window.name);
         return found == nullptr ? window.name : text_in(found->caption_of(variant), slot);
     }

@@ -1,8 +1,7 @@
 // The windows of the program as a table: what each is called in both languages, whether it is a
-// custom window for the poller, which font it keeps, and whether the program has it yet.
+// custom window for the poller, and which font it keeps.
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -11,22 +10,15 @@
 
 namespace servo::app {
 
-enum class WindowState : std::uint8_t {
-    kPage,    // one of params::kPageTable, which holds its captions
-    kReady,   // has a widget of its own
-    kComing,  // has its name, its place in the menus and a word on what it will do
-};
-
 struct WindowDefinition {
     std::string_view name;
-    WindowState state = WindowState::kReady;
+    bool page = false;  // one of params::kPageTable, which holds its captions
     // "Chinese/English"; a "\" behind the caption marks a custom window. Empty for pages, and where
     // a half holds a slash of its own, which no tag can carry: `designed` stands there then.
     std::string_view tag = {};
     base::Text designed = {};
     base::Text reduced = {};     // `designed` in the reduced product, empty when it is the same
     bool designed_font = false;  // keeps its font when the language changes
-    base::Text purpose = {};     // of a window to come: what it will do, one line
 };
 
 // All of them, in the order of link::kAllWindowNames.

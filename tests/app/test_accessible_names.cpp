@@ -56,8 +56,7 @@ void expect_names(const QWidget& window, std::string_view name, const char* lang
             << name << "." << control->objectName().toStdString() << " ("
             << control->metaObject()->className() << ") in " << language;
     }
-    // A window to come has nothing that could be operated.
-    EXPECT_EQ(controls > 0, find_window_definition(name)->state != WindowState::kComing) << name;
+    EXPECT_GT(controls, 0) << name;
 }
 
 class AccessibleNames : public ::testing::TestWithParam<std::string_view> {};

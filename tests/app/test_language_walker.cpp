@@ -19,8 +19,6 @@
 #include <QVBoxLayout>
 
 #include "app/child_window.h"
-#include "app/coming_window.h"
-#include "app/style.h"
 
 namespace servo::app {
 namespace {
@@ -300,27 +298,6 @@ TEST(ChildWindow, GrowsToTheLongerTextsOfALanguageAndNeverShrinks) {
     walk_window(*content, kChinese);
     lay_out();
     EXPECT_EQ(frame->width(), wide);
-}
-
-TEST(ComingWindow, SaysSoAndWhatItWillDoInBothLanguages) {
-    for (const WindowDefinition& definition : window_table()) {
-        if (definition.state != WindowState::kComing) continue;
-        ComingWindow window(definition);
-        EXPECT_EQ(window.objectName(), to_qt(definition.name));
-        EXPECT_TRUE(window.findChildren<QPushButton*>().isEmpty());
-        auto* notice = window.findChild<QLabel*>("LabelA");
-        auto* purpose = window.findChild<QLabel*>("LabelB");
-        ASSERT_NE(notice, nullptr);
-        ASSERT_NE(purpose, nullptr);
-        for (const auto& pass : {kChinese, kEnglish}) {
-            walk_window(window, pass);
-            const bool chinese = pass.slot == 0;
-            EXPECT_EQ(notice->text(), chinese ? text("此版本尚不包含该窗口。")
-                                              : "This window is not part of this version yet.");
-            EXPECT_EQ(purpose->text(),
-                      to_qt(chinese ? definition.purpose.chinese : definition.purpose.english));
-        }
-    }
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ TEST(WindowTable, TwentyTwoArePagesWithTheirCaptionsFromThePageTable) {
     std::size_t pages = 0;
     for (const WindowDefinition& window : window_table()) {
         const params::PageDefinition* page = params::find_page_definition(window.name);
-        EXPECT_EQ(window.state == WindowState::kPage, page != nullptr) << window.name;
+        EXPECT_EQ(window.page, page != nullptr) << window.name;
         if (page == nullptr) continue;
         ++pages;
         for (const auto variant : {Variant::kAllItems, Variant::kReduced})
@@ -121,16 +121,6 @@ TEST(WindowTable, EightWindowsKeepTheirDesignedFont) {
     EXPECT_EQ(designed,
               (std::set<std::string_view>{"About", "ObjectDictionay", "ADVtunner", "Errors",
                                           "DigitalIO", "Homing2", "RS485", "Scope"}));
-}
-
-TEST(WindowTable, AWindowToComeSaysWhatItWillDoInBothLanguages) {
-    for (const WindowDefinition& window : window_table()) {
-        const bool coming = window.state == WindowState::kComing;
-        EXPECT_EQ(coming, !window.purpose.english.empty()) << window.name;
-        EXPECT_EQ(coming, !window.purpose.chinese.empty()) << window.name;
-        EXPECT_EQ(window.purpose.english.find('/'), std::string_view::npos) << window.name;
-        EXPECT_EQ(window.purpose.chinese.find('/'), std::string_view::npos) << window.name;
-    }
 }
 
 TEST(WindowTable, EveryPageItemOfTheMenuLeadsToAWindowOfTheTable) {
