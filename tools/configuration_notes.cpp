@@ -79,8 +79,8 @@ std::size_t invalid_rows(const ImExport& form) {
 ConfigurationNote with_break(const ImExport& form, ConfigurationSide side, ConfigurationNote note) {
     const auto line = form.broken_line(side);
     if (!line) return note;
-    return {note.text + said(form.language(), "；文件在第 {} 行中断，其后未载入",
-                             "; the file breaks off at line {}, the rest is not loaded", *line),
+    return {said(form.language(), "文件在第 {} 行中断，其后未载入：{}",
+                 "The file breaks off at line {}, the rest is not loaded: {}", *line, note.text),
             true};
 }
 
@@ -110,11 +110,15 @@ ConfigurationNote sent_note(const ImExport& form) {
     const base::Language language = form.language();
     if (!form.link_open())
         return {said(language, "没有连接：什么也没有发送", "No link: nothing was sent"), true};
-    if (form.sent() == ConfigurationCommand::kStore)
+    if (form.sent() == ConfigurationCommand::kRestart)
+        return {said(language, "重启命令已发送", "The restart is sent"), false};
+    if (form.locked())
         return {said(language, "存储命令已发送三次；按钮恢复之前请勿断电",
                      "Sent three times. Keep the power on until the buttons are back"),
                 false};
-    return {said(language, "重启命令已发送", "The restart is sent"), false};
+    return {said(language, "存储命令已发送三次（不检查驱动器的应答）",
+                 "The store command was sent three times; the answer is not looked at"),
+            false};
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QUrl>
 #include <deque>
@@ -304,6 +305,74 @@ TEST(DroppedFiles, AProjectIsOpened) {
     EXPECT_TRUE(shell.on_screen("Basic"));
     EXPECT_EQ(params::grid_text(*shell.grid("Basic"), 1, params::kValue), "77");
     EXPECT_TRUE(shell.user.boxes.empty());
+}
+
+// A configuration file goes into its window, on the side that it is for, and waits there: nothing
+// is written and nothing is read before its button is pressed.
+TEST(DroppedFiles, ACdiIsShownOnTheSideThatWrites) {
+    CommandShell shell;
+    ASSERT_TRUE(shell.start());
+    shell.form.tool("importx")->trigger();
+    auto* tabs = shell.control<QTabWidget>("imexport", "SSTab1");
+    ASSERT_NE(tabs, nullptr);
+    EXPECT_EQ(tabs->currentIndex(), 1);
+    shell.folder.write("machine.CDI", "60600008,1,True\r\n60630020,5,False\r\n");
+    shell.drop({shell.file("machine.CDI")});
+    EXPECT_TRUE(shell.accepted);
+    EXPECT_TRUE(shell.on_screen("imexport"));
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    const QTableView& rows = *shell.grid("imexport", "MSHFlexGridA");
+    ASSERT_EQ(params::grid_rows(rows), 3);
+    EXPECT_EQ(params::grid_text(rows, 1, 1), "60600008");
+    EXPECT_EQ(params::grid_text(rows, 2, 4), "Invalid");
+    EXPECT_EQ(shell.control<QLabel>("imexport", "Label2")->text(),
+              to_qt(shell.file("machine.CDI")));
+    EXPECT_EQ(shell.workstation.engine.state.batch_mode, 0);
+    EXPECT_TRUE(shell.user.boxes.empty());
+}
+
+TEST(DroppedFiles, ACdoIsShownOnTheSideThatReads) {
+    CommandShell shell;
+    ASSERT_TRUE(shell.start());
+    shell.folder.write("list.cdo", "60600008\r\n60630020\r\n60FF0020\r\n");
+    shell.drop({shell.file("list.cdo")});
+    EXPECT_TRUE(shell.accepted);
+    EXPECT_TRUE(shell.on_screen("imexport"));
+    EXPECT_EQ(shell.control<QTabWidget>("imexport", "SSTab1")->currentIndex(), 1);
+    const QTableView& rows = *shell.grid("imexport", "MSHFlexGridB");
+    ASSERT_EQ(params::grid_rows(rows), 4);
+    EXPECT_EQ(params::grid_text(rows, 3, 1), "60FF0020");
+    EXPECT_EQ(shell.control<QLabel>("imexport", "Label8")->text(), to_qt(shell.file("list.cdo")));
+    EXPECT_EQ(shell.workstation.engine.state.batch_mode, 0);
+    EXPECT_TRUE(shell.user.boxes.empty());
+}
+
+TEST(DroppedFiles, ACdiWhileAConfigurationIsTransferredChangesNothing) {
+    CommandShell shell;
+    ASSERT_TRUE(shell.start());
+    shell.folder.write("first.cdi", "60600008,1,True\r\n");
+    shell.folder.write("second.cdi", "60630020,5,True\r\n60FF0020,5,True\r\n");
+    shell.drop({shell.file("first.cdi")});
+    tools::ImExport& form = shell.workstation.tools.configuration;
+    form.Command2_Click();
+    ASSERT_TRUE(form.running());
+    shell.drop({shell.file("second.cdi")});
+    EXPECT_EQ(form.data().source.size(), 1U);
+    EXPECT_EQ(form.source_file(), shell.file("first.cdi"));
+    form.stop();
+}
+
+TEST(ToolBar, TheTwoArrowsOpenTheConfigurationOnTheirSides) {
+    CommandShell shell;
+    ASSERT_TRUE(shell.start());
+    auto* tabs = shell.control<QTabWidget>("imexport", "SSTab1");
+    for (int round = 0; round < 2; ++round) {
+        shell.form.tool("importx")->trigger();
+        EXPECT_TRUE(shell.on_screen("imexport"));
+        EXPECT_EQ(tabs->currentIndex(), 1) << "reading";
+        shell.form.tool("exportx")->trigger();
+        EXPECT_EQ(tabs->currentIndex(), 0) << "writing";
+    }
 }
 
 TEST(DroppedFiles, AForeignFileIsRefusedUnderTheMouse) {

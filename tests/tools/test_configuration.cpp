@@ -106,14 +106,15 @@ TEST_F(FormTest, AFileThatBreaksOffIsLoadedUpToThereAndTheNoteSaysWhere) {
     EXPECT_EQ(form.Label2(), (folder / "values.cdi").string());
     EXPECT_TRUE(notice.boxes.empty());
     const auto note = [this](ConfigurationSide side) { return configuration_note(form, side); };
-    EXPECT_EQ(note(ConfigurationSide::kWrite).text,
-              "2 rows; 1 of them invalid, to be passed over; the file breaks off at line 2, the "
-              "rest is not loaded");
+    EXPECT_EQ(
+        note(ConfigurationSide::kWrite).text,
+        "The file breaks off at line 2, the rest is not loaded: 2 rows; 1 of them invalid, to "
+        "be passed over");
     load_list("60600008\n\n60810020\n");
     EXPECT_EQ(form.data().driver.size(), 1U);
     EXPECT_TRUE(note(ConfigurationSide::kRead).warns);
     language = Language::kChinese;
-    EXPECT_EQ(note(ConfigurationSide::kRead).text, "1 行；文件在第 2 行中断，其后未载入");
+    EXPECT_EQ(note(ConfigurationSide::kRead).text, "文件在第 2 行中断，其后未载入：1 行");
     load_list("60600008\n60810020\n\n\n");
     EXPECT_EQ(note(ConfigurationSide::kRead).text, "2 行") << "blank lines at the end are no loss";
     EXPECT_FALSE(note(ConfigurationSide::kRead).warns);
@@ -241,6 +242,7 @@ TEST_F(LineTest, WhatWasSentWithoutAnAnswerIsSaid) {
     EXPECT_EQ(note().text, "Sent three times. Keep the power on until the buttons are back");
     EXPECT_FALSE(note().warns);
     unlock();
+    EXPECT_EQ(note().text, "The store command was sent three times; the answer is not looked at");
     form.Command4_Click();
     EXPECT_EQ(note().text, "The restart is sent");
     unlock();
