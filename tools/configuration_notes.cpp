@@ -58,7 +58,7 @@ ConfigurationNote finished_note(const ImExport& form, const TransferCount& count
                      count.failed, count.all),
                 true};
     if (side == ConfigurationSide::kRead)
-        return {said(language, "{} 行全部读出：可以导出", "All rows are read ({}): ready to export",
+        return {said(language, "{} 行全部读出：可以导出", "All {} rows are read: ready to export",
                      count.all),
                 false};
     return {said(language, "写入完成：存储到 EEPROM 后断电才不丢失",
