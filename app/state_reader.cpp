@@ -9,16 +9,13 @@
 #include "app/state_controls.h"
 #include "link/engine.h"
 #include "params/grid_access_view.h"
+#include "params/qt_text_view.h"
 
 namespace servo::app {
 namespace {
 
 std::string utf8(const QString& text) {
     return text.toStdString();
-}
-
-QString from_utf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 GridState grid_state(const QTableView& grid) {
@@ -41,7 +38,7 @@ WindowState window_state(ShellAccess& shell, std::string_view name) {
     state.name = name;
     const link::Window* window = shell.workstation().find_window(name);
     state.visible = window != nullptr && window->visible();
-    const QWidget* widget = shell.window_widget(from_utf8(name));
+    const QWidget* widget = shell.window_widget(params::to_qt(name));
     if (widget == nullptr) return state;
     state.caption = utf8(widget->windowTitle());
     for (const QWidget* control : controls_of(*widget)) {

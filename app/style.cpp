@@ -62,10 +62,6 @@ QStringList font_families(base::Language language) {
     return families;
 }
 
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 std::string from_qt(const QString& text) {
     return text.toStdString();
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "base/language.h"
+#include "params/qt_text_view.h"
 
 namespace servo::app {
 
@@ -22,7 +23,7 @@ QIcon state_picture(const QString& name);
 // The font of a language, with the families that stand in for it where it is not installed.
 QStringList font_families(base::Language language);
 
-QString to_qt(std::string_view text);
+using params::to_qt;
 std::string from_qt(const QString& text);
 
 }  // namespace servo::app

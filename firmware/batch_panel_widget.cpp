@@ -131,8 +131,8 @@ void BatchPanelWidget::refresh() {
     const DownloadData& held = context_.form.data();
     Text3_->setEnabled(held.Text3_enabled);
     Text4_->setEnabled(held.Text4_enabled);
-    show_text(Text3_, held.Text3);
-    show_text(Text4_, held.Text4);
+    show_line(Text3_, held.Text3);
+    show_line(Text4_, held.Text4);
     show_text(Label13_, held.Label13);
     show_text(Label8_, held.Label8);
     show_text(Label10_, held.Label10);

@@ -15,8 +15,8 @@ constexpr int kRadius = 4;
 constexpr int kEdge = 4;  // bar at the left of a notice
 constexpr char32_t kEnter = 13;
 
-constexpr const char* kTag = "Tag";
-constexpr const char* kOneText = "-";
+using params::controls::kNoPair;
+using params::controls::kTag;
 
 namespace palette = params::palette;
 constexpr QRgb kWarning = 0xfffbeeeb;
@@ -33,31 +33,10 @@ QString first_shown(std::string_view pair) {
     return to_qt(pair.substr(pair.find('/') + 1));
 }
 
-void tag(QWidget* control, base::Text text) {
-    control->setProperty(kTag, to_qt(text.chinese) + QLatin1Char('/') + to_qt(text.english));
-}
-
 }  // namespace
 
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-void ControlTexts::add(QWidget* control, base::Text name, base::Text tip) {
-    entries_.push_back({control, name, tip});
-}
-
-void ControlTexts::apply(base::Language language) const {
-    for (const Entry& entry : entries_) {
-        const QString name = to_qt(entry.name.in(language));
-        const std::string_view tip = entry.tip.in(language);
-        entry.control->setAccessibleName(name);
-        entry.control->setToolTip(tip.empty() ? name : to_qt(tip));
-    }
-}
-
 void show_caption(QWidget* label, bool pair, std::string_view text) {
-    label->setProperty(kTag, pair ? to_qt(text) : QLatin1String(kOneText));
+    label->setProperty(kTag, pair ? to_qt(text) : QLatin1String(kNoPair));
 }
 
 QLabel* make_label(QWidget* parent, const char* name) {
@@ -76,48 +55,12 @@ QPushButton* make_command(QWidget* parent, const char* name) {
     return button;
 }
 
-QLabel* make_caption(QWidget* parent, const char* name, base::Text text) {
-    auto* label = named(new QLabel(to_qt(text.english), parent), name);
-    label->setTextFormat(Qt::PlainText);
-    tag(label, text);
-    return label;
-}
-
-QLabel* make_heading(QWidget* parent, const char* name, base::Text text) {
-    QLabel* label = make_caption(parent, name, text);
-    QFont font = label->font();
-    font.setBold(true);
-    label->setFont(font);
-    return label;
-}
-
-QPushButton* make_command(QWidget* parent, const char* name, base::Text text) {
-    auto* button = named(new QPushButton(to_qt(text.english), parent), name);
-    button->setAutoDefault(true);
-    tag(button, text);
-    return button;
-}
-
 ElidedLabel* make_value(QWidget* parent, const char* name) {
     auto* label = named(new ElidedLabel(first_shown(form_text(name)), parent), name);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     show_caption(label, false, {});
     return label;
-}
-
-void make_quiet(QLabel* label) {
-    QPalette colours = label->palette();
-    colours.setColor(QPalette::WindowText, QColor(palette::kMutedText));
-    label->setPalette(colours);
-}
-
-void show_text(QLabel* label, std::string_view text) {
-    if (const QString shown = to_qt(text); label->text() != shown) label->setText(shown);
-}
-
-void show_text(QLineEdit* box, std::string_view text) {
-    if (const QString shown = to_qt(text); box->text() != shown) box->setText(shown);
 }
 
 // --- ElidedLabel
@@ -179,7 +122,7 @@ NoticeFrame::NoticeFrame(Kind kind, const char* label_name, QWidget* parent)
 }
 
 void NoticeFrame::show_text(std::string_view text) {
-    firmware::show_text(label_, text);
+    params::controls::show_text(label_, text);
     setVisible(!text.empty());
 }
 

@@ -1,24 +1,26 @@
-// What the panels of the window `Download` are made of: named controls whose texts follow the
-// language, and boxes and labels that behave as this form's do.
-//
-// A caption in both languages stands in the property "Tag", where the walk through a window's texts
-// finds it. A text that is no pair (a path, a value) carries the tag "-".
+// What the panels of the window `Download` are made of, beside what all windows have: boxes and
+// labels that behave as this form's do.
 #pragma once
 
 #include <QBoxLayout>
 #include <QFrame>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QString>
 #include <functional>
 #include <string_view>
-#include <vector>
 
-#include "base/language.h"
 #include "firmware/download.h"
+#include "params/named_controls_view.h"
 
 namespace servo::firmware {
+
+using params::controls::ControlTexts;
+using params::controls::make_caption;
+using params::controls::make_command;
+using params::controls::make_heading;
+using params::controls::make_quiet;
+using params::controls::named;
+using params::controls::show_line;
+using params::controls::show_text;
+using params::controls::to_qt;
 
 inline constexpr int kGap = 8;  // the grid that everything stands on
 inline constexpr int kHeadingHeight = 24;
@@ -31,41 +33,11 @@ struct PanelContext {
     std::function<void()> acted;
 };
 
-QString to_qt(std::string_view text);
-
-// Tool tips and spoken names, by language. Without a tip the name is the tip.
-class ControlTexts {
-  public:
-    void add(QWidget* control, base::Text name, base::Text tip = {});
-    void apply(base::Language language) const;
-
-  private:
-    struct Entry {
-        QWidget* control;
-        base::Text name;
-        base::Text tip;
-    };
-    std::vector<Entry> entries_;
-};
-
-template <typename Control>
-Control* named(Control* control, const char* name) {
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
-
 // One of the form's controls with the text that the form gives it; a label without one shows
 // values.
 QLabel* make_label(QWidget* parent, const char* name);
 QPushButton* make_command(QWidget* parent, const char* name);
-// Additions, with a text of their own.
-QLabel* make_caption(QWidget* parent, const char* name, base::Text text);
-QLabel* make_heading(QWidget* parent, const char* name, base::Text text);
-QPushButton* make_command(QWidget* parent, const char* name, base::Text text);
 
-void make_quiet(QLabel* label);
-void show_text(QLabel* label, std::string_view text);
-void show_text(QLineEdit* box, std::string_view text);
 void show_caption(QWidget* label, bool pair, std::string_view tag);
 
 // A label that gives way: what does not fit is cut in the middle, as paths are best. Its text stays

@@ -41,7 +41,7 @@ void ImagePanelWidget::lay_out() {
 void ImagePanelWidget::refresh() {
     const DownloadData& held = context_.form.data();
     Command1_->setEnabled(held.Command1_enabled);
-    show_text(Text5_, held.Text5);
+    show_line(Text5_, held.Text5);
     Text5_->setCursorPosition(0);
     show_text(Label1_, held.Label1);
 }

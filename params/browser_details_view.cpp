@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "params/qt_text_view.h"
 #include "params/ui_palette.h"
 
 namespace servo::params {
@@ -21,10 +22,6 @@ constexpr double kLineHeight = 125;  // percent
 constexpr base::Text kHelp{"帮助", "Help"};
 constexpr base::Text kAttributeTip{"R 可读，W 可写；H 或 L：不断读取",
                                    "R: can be read, W: can be written; H or L: read all the time"};
-
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 void set_colour(QLabel* label, std::uint32_t colour) {
     QPalette colours = label->palette();

@@ -9,16 +9,9 @@
 #include "params/browser_paint_view.h"
 #include "params/grid_model_view.h"
 #include "params/grid_paint_view.h"
+#include "params/qt_text_view.h"
 
 namespace servo::params {
-
-namespace {
-
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-}  // namespace
 
 BrowserListModel::BrowserListModel(const ObjectBrowser& browser, QObject* parent)
     : QAbstractTableModel(parent), browser_(browser) {}

@@ -2,6 +2,7 @@
 
 #include <QColor>
 
+#include "params/qt_text_view.h"
 #include "params/ui_palette.h"
 
 namespace servo::params {
@@ -9,10 +10,6 @@ namespace servo::params {
 namespace {
 
 constexpr base::Text kStaticTip{"静态对象：只读取一次", "Static object: read once"};
-
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 }  // namespace
 

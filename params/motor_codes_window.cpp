@@ -10,6 +10,7 @@
 
 #include "params/motor_codes.h"
 #include "params/page_loader.h"
+#include "params/qt_text_view.h"
 #include "params/ui_palette.h"
 
 namespace servo::params {
@@ -24,10 +25,6 @@ constexpr int kMostColumns = 140;   // longer lines are scrolled to
 constexpr QSize kSmallest{340, 160};
 
 constexpr base::Text kPaneName{"电机代号表", "Table of motor codes"};
-
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 }  // namespace
 

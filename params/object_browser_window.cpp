@@ -10,6 +10,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
+#include "params/qt_text_view.h"
 #include "params/ui_palette.h"
 
 namespace servo::params {
@@ -30,10 +31,6 @@ constexpr base::Text kSearchTip{"下一个匹配（回车）", "Next match (Ente
 constexpr base::Text kBoxTip{"F3 下一个，Shift+F3 上一个", "F3 next, Shift+F3 previous"};
 // The widest that the line beside the box has to say.
 constexpr base::Text kWidestNote{"第 0000 个，共 0000 个", "0000 of 0000"};
-
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 void set_colour(QWidget* widget, QPalette::ColorRole role, std::uint32_t colour) {
     QPalette colours = widget->palette();

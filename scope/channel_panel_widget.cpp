@@ -234,8 +234,8 @@ void ChannelPanelWidget::refresh_row(int channel) {
     show_check(row.enable, shown.enable);
     row.object->show_list(shown.objectList);
     row.unit->show_list(shown.unitList);
-    show_text(row.scale, shown.scaleText);
-    show_text(row.offset, shown.offsetText);
+    show_number(row.scale, shown.scaleText);
+    show_number(row.offset, shown.offsetText);
     show_check(row.auto_scale, shown.autoScale);
     show_check(row.hide, shown.hide);
     show_text(row.value, shown.valueLabel);

@@ -1,9 +1,8 @@
 #include "scope/curve_chip_widget.h"
 
-#include <QIconEngine>
 #include <QPainter>
-#include <QPixmap>
 
+#include "params/drawn_icon_view.h"
 #include "params/ui_palette.h"
 #include "scope/plot_palette.h"
 #include "scope/plot_sprites_view.h"
@@ -18,7 +17,7 @@ constexpr qreal kIconSide = 16;
 constexpr qreal kRadius = 4;
 constexpr qreal kDisabledOpacity = 0.45;
 
-class ShapeIcon final : public QIconEngine {
+class ShapeIcon final : public params::DrawnIcon {
   public:
     explicit ShapeIcon(int channel) : channel_(channel) {}
 
@@ -31,14 +30,6 @@ class ShapeIcon final : public QIconEngine {
         draw_shape(*painter, QPointF(), channel_);
         painter->restore();
     }
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap drawn(size);
-        drawn.fill(Qt::transparent);
-        QPainter painter(&drawn);
-        paint(&painter, QRect(QPoint(), size), mode, state);
-        return drawn;
-    }
-    bool isNull() override { return false; }
     QIconEngine* clone() const override { return new ShapeIcon(*this); }
 
   private:

@@ -7,12 +7,15 @@
 #include <cmath>
 
 #include "base/number.h"
+#include "params/qt_text_view.h"
 #include "scope/plot_paint_view.h"
 #include "scope/plot_palette.h"
 
 namespace servo::scope {
 
 namespace {
+
+using params::to_qt;
 
 constexpr double kGap = 8.0;
 constexpr double kShapeRoom = 14.0;
@@ -22,17 +25,12 @@ QColor colour(std::uint32_t argb) {
     return QColor::fromRgba(argb);
 }
 
-QString to_qt(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 // What a curve is: number, object, unit, scale.
 QString curve_text(const SceneCurve& curve, base::Language language) {
     QString text = QString::number(curve.channel + 1) + QStringLiteral("  ") + to_qt(curve.object);
     text += QStringLiteral("  ") + to_qt(base::number_text(curve.transform.scale));
     if (!curve.unit.empty()) text += QLatin1Char(' ') + to_qt(curve.unit);
-    const std::string_view per = kPerDivision.in(language);
-    return text + QString::fromUtf8(per.data(), static_cast<qsizetype>(per.size()));
+    return text + to_qt(kPerDivision.in(language));
 }
 
 class PageWriter {

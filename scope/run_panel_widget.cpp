@@ -122,9 +122,9 @@ void RunPanelWidget::lay_out() {
 
 void RunPanelWidget::refresh() {
     const ScopeData& held = context_.scope.data();
-    show_text(Text1_, held.Text1);
-    show_text(Text2_, held.Text2);
-    show_text(Text3_, held.Text3);
+    show_number(Text1_, held.Text1);
+    show_number(Text2_, held.Text2);
+    show_number(Text3_, held.Text3);
     show_text(Label18_, held.Label18);
     const QString caption = to_qt(context_.scope.Command6_caption());
     if (Command6_->text() != caption || Command6_->icon().isNull()) {

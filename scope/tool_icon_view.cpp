@@ -27,14 +27,6 @@ void ToolIcon::paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QI
     painter->restore();
 }
 
-QPixmap ToolIcon::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) {
-    QPixmap drawn(size);
-    drawn.fill(Qt::transparent);
-    QPainter painter(&drawn);
-    paint(&painter, QRect(QPoint(), size), mode, state);
-    return drawn;
-}
-
 QIcon tool_icon(const char* name) {
     static const bool loaded = (load_scope_pictures(), true);
     static_cast<void>(loaded);

@@ -2,19 +2,18 @@
 #pragma once
 
 #include <QIcon>
-#include <QIconEngine>
 #include <QString>
+
+#include "params/drawn_icon_view.h"
 
 namespace servo::scope {
 
-class ToolIcon final : public QIconEngine {
+class ToolIcon final : public params::DrawnIcon {
   public:
     explicit ToolIcon(QString file) : file_(std::move(file)) {}
 
     void paint(QPainter* painter, const QRect& place, QIcon::Mode mode,
                QIcon::State state) override;
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
-    bool isNull() override { return false; }
     QString key() const override { return QStringLiteral("servo-scope"); }
     QIconEngine* clone() const override { return new ToolIcon(*this); }
 

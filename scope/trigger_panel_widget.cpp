@@ -93,7 +93,7 @@ void TriggerPanelWidget::refresh() {
     const ScopeChannel& trigger = held.channels[kTrigger];
     Combo9_->show_list(trigger.objectList);
     Combo11_->show_list(trigger.unitList);
-    show_text(Text4_, held.Text4);
+    show_number(Text4_, held.Text4);
     const bool first = held.edge == 1;
     const char* picture = first ? "Image6" : "Image7";
     if (Image5_->property(kPictureProperty).toString() != QLatin1String(picture)) {

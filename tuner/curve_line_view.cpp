@@ -1,8 +1,8 @@
 #include "tuner/curve_line_view.h"
 
-#include <QIconEngine>
 #include <QPainter>
 
+#include "params/drawn_icon_view.h"
 #include "tuner/tuner_palette.h"
 
 namespace servo::tuner {
@@ -21,7 +21,7 @@ QList<qreal> dashes_of(const palette::CurveStyle& style) {
     return dashes;
 }
 
-class LineIcon final : public QIconEngine {
+class LineIcon final : public params::DrawnIcon {
   public:
     explicit LineIcon(Curve curve) : curve_(curve) {}
 
@@ -30,13 +30,6 @@ class LineIcon final : public QIconEngine {
         if (mode == QIcon::Disabled) painter->setOpacity(kDisabledOpacity);
         draw_sample(*painter, place, curve_);
         painter->restore();
-    }
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap drawn(size);
-        drawn.fill(Qt::transparent);
-        QPainter painter(&drawn);
-        paint(&painter, QRect(QPoint(), size), mode, state);
-        return drawn;
     }
     QIconEngine* clone() const override { return new LineIcon(curve_); }
 

@@ -147,7 +147,7 @@ void FilterSlotWidget::refresh() {
     show_check(curve_, context_.tuner.data().choices.shows(curve_of(slot_)));
     show_position(kind_, held.type);
     for (std::size_t i = 0; i < kParameters; ++i)
-        show_text(boxes_.at(i), held.parameters.at(i));
+        show_number(boxes_.at(i), held.parameters.at(i));
     if (type_ != held.type) {
         type_ = held.type;
         show_labels(held.type);

@@ -80,9 +80,9 @@ void GainsPanelWidget::take_scanned() {
 void GainsPanelWidget::refresh() {
     const TunerData& held = context_.tuner.data();
     show_enabled(scanned_, held.analysed && gains_at_scan(held.settings).has_value());
-    show_text(Text10_, held.Text10);
-    show_text(Text11_, held.Text11);
-    show_text(Text9_, held.Text9);
+    show_number(Text10_, held.Text10);
+    show_number(Text11_, held.Text11);
+    show_number(Text9_, held.Text9);
 }
 
 void GainsPanelWidget::apply_language(base::Language language) {

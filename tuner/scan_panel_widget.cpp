@@ -114,10 +114,10 @@ void ScanPanelWidget::lay_out() {
 
 void ScanPanelWidget::refresh() {
     const TunerData& held = context_.tuner.data();
-    show_text(Text1_, held.Text1);
-    show_text(Text2_, held.Text2);
-    show_text(Text4_, held.Text4);
-    show_text(Text3_, held.Text3);
+    show_number(Text1_, held.Text1);
+    show_number(Text2_, held.Text2);
+    show_number(Text4_, held.Text4);
+    show_number(Text3_, held.Text3);
     show_check(Check1_, held.Check1);
     const bool scanning = context_.tuner.scanning();
     show_enabled(Command1_, held.Command1_enabled);

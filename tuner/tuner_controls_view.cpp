@@ -11,81 +11,17 @@ namespace servo::tuner {
 
 namespace {
 
-constexpr const char* kTag = "Tag";
-constexpr const char* kOneText = "-";
 constexpr int kBoxPadding = 14;  // frame and margins of a text box, both sides
 constexpr int kLowPadding = 6;   // above and below a line, both
 constexpr qreal kSmall = 0.88;   // of the window's font
 
 }  // namespace
 
-QString to_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string numbered(const char* name, int index) {
-    return std::string(name) + "(" + std::to_string(index) + ")";
-}
-
-void ControlTexts::add(QWidget* control, base::Text name, base::Text tip, const char* key) {
-    entries_.push_back({control, name, tip, key});
-}
-
-void ControlTexts::apply(base::Language language) const {
-    const bool chinese = language == base::Language::kChinese;
-    for (const Entry& entry : entries_) {
-        const QString name = to_qt(entry.name.in(language));
-        const std::string_view told = entry.tip.in(language);
-        QString tip = told.empty() ? name : to_qt(told);
-        if (entry.key != nullptr)
-            tip += (chinese ? QStringLiteral("（%1）") : QStringLiteral(" (%1)"))
-                       .arg(QLatin1String(entry.key));
-        entry.control->setAccessibleName(name);
-        entry.control->setToolTip(tip);
-    }
-}
-
-namespace {
-
-void set_tag(QWidget* control, base::Text text) {
-    control->setProperty(kTag, to_qt(text.chinese) + QLatin1Char('/') + to_qt(text.english));
-}
-
-}  // namespace
-
-QLabel* make_caption(QWidget* parent, std::string_view name, base::Text text) {
-    auto* label = named(new QLabel(to_qt(text.english), parent), name);
-    label->setTextFormat(Qt::PlainText);
-    set_tag(label, text);
-    return label;
-}
-
-QLabel* make_heading(QWidget* parent, std::string_view name, base::Text text) {
-    QLabel* label = make_caption(parent, name, text);
-    QFont font = label->font();
-    font.setBold(true);
-    label->setFont(font);
-    return label;
-}
-
 QLabel* make_value(QWidget* parent, std::string_view name) {
     auto* label = named(new QLabel(parent), name);
     label->setTextFormat(Qt::PlainText);
-    label->setProperty(kTag, QLatin1String(kOneText));
+    params::controls::set_tag(label, {});
     return label;
-}
-
-QCheckBox* make_check(QWidget* parent, std::string_view name, base::Text text) {
-    auto* box = named(new QCheckBox(to_qt(text.english), parent), name);
-    set_tag(box, text);
-    return box;
-}
-
-QPushButton* make_command(QWidget* parent, std::string_view name, base::Text text) {
-    auto* button = named(new QPushButton(to_qt(text.english), parent), name);
-    button->setAutoDefault(true);
-    set_tag(button, text);
-    return button;
 }
 
 void add_key(QPushButton* button, const QKeySequence& key) {
@@ -106,12 +42,6 @@ QLineEdit* make_number_box(QWidget* parent, std::string_view name, int character
     // As wide as there is room, and no reason to make room.
     box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return box;
-}
-
-void make_quiet(QWidget* control) {
-    QPalette colours = control->palette();
-    colours.setColor(QPalette::WindowText, QColor(params::palette::kMutedText));
-    control->setPalette(colours);
 }
 
 void make_small(QWidget* control) {
@@ -141,22 +71,6 @@ void fit_texts(QLabel* label, std::initializer_list<std::string_view> texts) {
     for (const std::string_view text : texts)
         widest = std::max(widest, label->fontMetrics().horizontalAdvance(to_qt(text)));
     label->setMinimumWidth(widest + 2);
-}
-
-void show_text(QLabel* label, std::string_view text) {
-    if (const QString shown = to_qt(text); label->text() != shown) label->setText(shown);
-}
-
-void show_text(QLineEdit* box, std::string_view text) {
-    const QString shown = to_qt(text);
-    if (box->text() == shown) return;
-    box->setText(shown);
-    if (!box->hasFocus()) box->setCursorPosition(0);
-}
-
-void show_check(QAbstractButton* box, bool on) {
-    const QSignalBlocker not_the_user(box);
-    box->setChecked(on);
 }
 
 void show_position(QComboBox* list, int position) {

@@ -1,26 +1,29 @@
-// What the panels of the window `ADVtunner` are made of: named controls whose texts follow the
-// language.
-//
-// A caption in both languages stands in the property "Tag", where the walk through a window's texts
-// finds it; a text that is no pair carries the tag "-". Tool tips and spoken names are in
-// ControlTexts.
+// What the panels of the window `ADVtunner` are made of, beside what all windows have.
 #pragma once
 
-#include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QString>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/language.h"
+#include "params/named_controls_view.h"
 #include "tuner/advanced_tuner.h"
 
 namespace servo::tuner {
+
+using params::controls::ControlTexts;
+using params::controls::make_caption;
+using params::controls::make_check;
+using params::controls::make_command;
+using params::controls::make_heading;
+using params::controls::make_quiet;
+using params::controls::named;
+using params::controls::numbered;
+using params::controls::show_check;
+using params::controls::show_number;
+using params::controls::show_text;
+using params::controls::to_qt;
 
 inline constexpr int kGap = 8;  // the grid that everything stands on
 
@@ -31,44 +34,13 @@ struct PanelContext {
     std::function<void()> acted;
 };
 
-QString to_qt(std::string_view text);
-std::string numbered(const char* name, int index);  // "ParameterLabel(2)"
-
-// Tool tips and spoken names, by language. Without a tip the name is the tip; the key that does the
-// same stands behind it.
-class ControlTexts {
-  public:
-    void add(QWidget* control, base::Text name, base::Text tip = {}, const char* key = nullptr);
-    void apply(base::Language language) const;
-
-  private:
-    struct Entry {
-        QWidget* control;
-        base::Text name;
-        base::Text tip;
-        const char* key;
-    };
-    std::vector<Entry> entries_;
-};
-
-template <typename Control>
-Control* named(Control* control, std::string_view name) {
-    control->setObjectName(to_qt(name));
-    return control;
-}
-
-QLabel* make_caption(QWidget* parent, std::string_view name, base::Text text);
-QLabel* make_heading(QWidget* parent, std::string_view name, base::Text text);
 QLabel* make_value(QWidget* parent, std::string_view name);  // for a text that is no pair
-QCheckBox* make_check(QWidget* parent, std::string_view name, base::Text text);
-QPushButton* make_command(QWidget* parent, std::string_view name, base::Text text);
 QLineEdit* make_number_box(QWidget* parent, std::string_view name, int characters);
 
 // A key that clicks the button from anywhere in the window. (A button's own shortcut is lost when
 // its text changes.)
 void add_key(QPushButton* button, const QKeySequence& key);
 
-void make_quiet(QWidget* control);  // second in rank
 void make_small(QWidget* control);
 void make_low(QWidget* control);  // a box of a dense row
 // A button in the accent's colour: what comes next.
@@ -76,11 +48,7 @@ void show_accent(QPushButton* button, bool on);
 // As wide as the widest of the texts, so that a change of the text moves nothing.
 void fit_texts(QLabel* label, std::initializer_list<std::string_view> texts);
 
-// Only what differs is set: setting the same again would lay out the window, or move the caret of
-// somebody who is typing.
-void show_text(QLabel* label, std::string_view text);
-void show_text(QLineEdit* box, std::string_view text);
-void show_check(QAbstractButton* box, bool on);
+// Only what differs is set.
 void show_position(QComboBox* list, int position);
 void show_enabled(QWidget* control, bool on);
 

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "../app/window_hands.h"
 #include "../firmware/transfer_bench.h"
 #include "app/language_walker.h"
 #include "app/state_controls.h"
@@ -17,7 +18,7 @@ namespace servo::firmware::test {
 
 using namespace std::chrono_literals;
 
-struct WindowBench : servo::test::TransferBench {
+struct WindowBench : servo::test::TransferBench, app::test::WindowHands<WindowBench> {
     WindowBench() {
         window.show();
         walk(base::Language::kEnglish);
@@ -29,12 +30,6 @@ struct WindowBench : servo::test::TransferBench {
         QApplication::processEvents();
     }
 
-    template <typename Control = QWidget>
-    Control& control(const char* name) {
-        auto* found = qobject_cast<Control*>(app::find_control(window, QLatin1String(name)));
-        if (found == nullptr) throw std::runtime_error(std::string("no control ") + name);
-        return *found;
-    }
     std::string text(const char* name) {
         window.refresh_now();
         return app::control_text(control<>(name)).toStdString();
@@ -50,13 +45,6 @@ struct WindowBench : servo::test::TransferBench {
     void click(const char* name) {
         QWidget& button = control<>(name);
         QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(8, button.height() / 2));
-    }
-    void type(const char* name, const char* text) {
-        auto& box = control<QLineEdit>(name);
-        box.setFocus();
-        box.selectAll();
-        QTest::keyClick(&box, Qt::Key_Backspace);
-        QTest::keyClicks(&box, QLatin1String(text));
     }
     void enter(const char* name) { QTest::keyClick(&control<>(name), Qt::Key_Return); }
     void load_by_hand(std::size_t characters) {
