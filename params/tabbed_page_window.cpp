@@ -12,7 +12,9 @@ namespace {
 
 constexpr int kMargin = 8;
 constexpr int kFirstWidth = 980;  // in which the longest names of a PDO's objects can be read
-constexpr int kFirstRows = 14;    // seen at first: a PDO with its eight mapping entries
+constexpr int kHintLines = 2;
+constexpr int kHintSlack = 2;   // between the line heights of two fonts
+constexpr int kFirstRows = 14;  // seen at first: a PDO with its eight mapping entries
 
 }  // namespace
 
@@ -53,15 +55,18 @@ void TabbedPageWindow::make_hint() {
     LabelA_.setProperty("Tag", QStringLiteral("-"));
     LabelA_.setTextFormat(Qt::PlainText);
     LabelA_.setWordWrap(true);
+    LabelA_.setAlignment(Qt::AlignLeft | Qt::AlignTop);
     QPalette colours = LabelA_.palette();
     colours.setColor(QPalette::WindowText, QColor(palette::kMutedText));
     LabelA_.setPalette(colours);
     show_hint();
 }
 
+// The longer language's lines are kept free in both, so that the grids keep their rows.
 void TabbedPageWindow::show_hint() {
     const std::string_view hint = page_.mapping_hint();
     LabelA_.setText(QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size())));
+    LabelA_.setMinimumHeight(kHintLines * LabelA_.fontMetrics().lineSpacing() + kHintSlack);
 }
 
 void TabbedPageWindow::changeEvent(QEvent* event) {
@@ -76,7 +81,7 @@ void TabbedPageWindow::tab_changed(int tab) {
 
 QSize TabbedPageWindow::sizeHint() const {
     const int grid = grids_.front()->height_for_rows(kFirstRows + 1);
-    const int hint = LabelA_.heightForWidth(kFirstWidth - 2 * kMargin) + layout()->spacing();
+    const int hint = LabelA_.minimumHeight() + layout()->spacing();
     return {kFirstWidth, grid + SSTab1_.tabBar()->sizeHint().height() + hint + 2 * kMargin};
 }
 

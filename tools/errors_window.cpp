@@ -52,7 +52,9 @@ ErrorsWordWidget* ErrorsWindow::make_word(int word) {
 
 void ErrorsWindow::make_detail() {
     detail_ = new QWidget(this);
-    detail_->setFixedWidth(kDetailWidth);
+    // Its width follows the window's and never its text, so that nothing moves with the pointer.
+    detail_->setMinimumWidth(kDetailWidth);
+    detail_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     detail_->setAutoFillBackground(true);
     QPalette colours = detail_->palette();
     colours.setColor(QPalette::Window, QColor(params::palette::kCell));
@@ -94,8 +96,8 @@ void ErrorsWindow::lay_out() {
     words->setSpacing(kGap);
     words->addWidget(first_, 4);
     words->addWidget(second_, 3);
-    layout->addLayout(words, 1);
-    layout->addWidget(detail_);
+    layout->addLayout(words, 3);
+    layout->addWidget(detail_, 1);
 }
 
 void ErrorsWindow::point_at(int fault, bool here) {

@@ -229,14 +229,18 @@ TEST_F(ErrorsWindowTest, TheKeyboardGoesDownTheRows) {
 }
 
 TEST_F(ErrorsWindowTest, NothingMovesWhileThePointerDoes) {
-    view.resize(view.sizeHint());
     feed(kWord1, 0);
-    QApplication::processEvents();
-    const int before = top(at("Check1", 15));
-    for (int fault = 0; fault < kFaultBits; ++fault) {
-        point_at(fault);
+    for (const QSize size : {view.sizeHint(), QSize(1500, 800)}) {
+        view.resize(size);
         QApplication::processEvents();
-        EXPECT_EQ(top(at("Check1", 15)), before);
+        const int before = top(at("Check1", 15));
+        const int width = control<>("LabelJ").width();
+        for (int fault = 0; fault < kFaultBits; ++fault) {
+            point_at(fault);
+            QApplication::processEvents();
+            EXPECT_EQ(top(at("Check1", 15)), before);
+            EXPECT_EQ(control<>("LabelM").width(), width);
+        }
     }
 }
 
