@@ -11,6 +11,10 @@ namespace servo::tools::form {
 namespace {
 
 namespace palette = params::palette;
+using params::controls::kNoPair;
+using params::controls::kTag;
+
+constexpr const char* kTip = "Tip";  // property of a control: its tool tip's pair
 
 constexpr int kLeastScrolled = 300;  // pixels
 
@@ -18,7 +22,7 @@ constexpr int kLeastScrolled = 300;  // pixels
 template <typename Control>
 Control* tagged(Control* control, const QString& name, std::string_view pair) {
     control->setObjectName(name);
-    control->setProperty("Tag", pair.empty() ? QStringLiteral("-") : qt(pair));
+    control->setProperty(kTag, pair.empty() ? QString(QLatin1String(kNoPair)) : qt(pair));
     return control;
 }
 
@@ -27,10 +31,6 @@ QString english(std::string_view pair) {
 }
 
 }  // namespace
-
-QString qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QString array_name(const char* control, int index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(control)).arg(index);
@@ -44,12 +44,15 @@ QString half_of(std::string_view pair, base::Language language) {
     return qt(rest.substr(0, rest.find('/')));
 }
 
-void Tips::apply(base::Language language) const {
-    for (const Entry& entry : entries_) {
-        const QString tip = qt(entry.tip.in(language));
-        entry.control->setToolTip(tip);
-        entry.control->setAccessibleName(tip);
-    }
+QString half_of(const QString& pair, base::Language language) {
+    return half_of(std::string_view(pair.toStdString()), language);
+}
+
+QString plain_tip(std::string_view text) {
+    QString tip = qt(text);
+    if (!Qt::mightBeRichText(tip)) return tip;
+    return QStringLiteral("<qt>%1</qt>")
+        .arg(tip.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
 }
 
 QLabel* make_label(QWidget* parent, const QString& name, std::string_view pair) {
@@ -115,8 +118,28 @@ void set_bold(QWidget* control, bool bold) {
     control->setFont(font);
 }
 
-void show_text(QLabel* label, std::string_view text) {
-    if (const QString shown = qt(text); label->text() != shown) label->setText(shown);
+void set_pair(QWidget* control, std::string_view pair) {
+    control->setProperty(kTag, qt(pair));
+}
+
+void set_tip_pair(QWidget* control, std::string_view pair) {
+    control->setProperty(kTip, qt(pair));
+}
+
+void apply_pairs(QWidget& root, base::Language language) {
+    for (auto* control : root.findChildren<QWidget*>()) {
+        if (const QString pair = control->property(kTag).toString();
+            pair.contains(QLatin1Char('/'))) {
+            const QString text = half_of(pair, language);
+            if (auto* label = qobject_cast<QLabel*>(control)) label->setText(text);
+            if (auto* button = qobject_cast<QPushButton*>(control)) button->setText(text);
+            if (auto* frame = qobject_cast<QGroupBox*>(control)) frame->setTitle(text);
+        }
+        const QString tip = half_of(control->property(kTip).toString(), language);
+        if (tip.isEmpty()) continue;
+        control->setToolTip(tip);
+        control->setAccessibleName(tip);
+    }
 }
 
 // --- ListBox

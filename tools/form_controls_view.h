@@ -1,46 +1,36 @@
-// What small forms are made of: named controls whose texts follow the language.
+// What the tools' windows are made of: named controls whose texts follow the language, with their
+// captions as pairs, "Chinese/English". See params/named_controls_view.h for where a pair stands.
 //
-// A caption in both languages, "Chinese/English", stands in the property "Tag", where the walk
-// through a window's texts finds it; a text that is no pair (a value, a unit) has the tag "-". Tool
-// tips, which are the spoken names as well, are kept in Tips.
+// Tool tips, which are the spoken names as well, are kept in Tips, or as pairs with their controls.
 #pragma once
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
-#include <QString>
 #include <string_view>
-#include <vector>
 
 #include "base/language.h"
+#include "params/named_controls_view.h"
 
 namespace servo::tools::form {
 
+using params::controls::show_text;
+// Tool tips by language, each the control's spoken name too.
+using Tips = params::controls::ControlTexts;
+
 inline constexpr int kGap = 8;  // the grid that everything stands on
 
-QString qt(std::string_view text);
+inline QString qt(std::string_view text) {
+    return params::to_qt(text);
+}
 // "Check1(3)"
 QString array_name(const char* control, int index);
 // The part of a pair in the language; all of a text that is none.
 QString half_of(std::string_view pair, base::Language language);
-
-// Tool tips by language, each the control's spoken name too.
-class Tips {
-  public:
-    void add(QWidget* control, base::Text tip) { entries_.push_back({control, tip}); }
-    void apply(base::Language language) const;
-
-  private:
-    struct Entry {
-        QWidget* control;
-        base::Text tip;
-    };
-    std::vector<Entry> entries_;
-};
+QString half_of(const QString& pair, base::Language language);
+// Tool tips take markup when they look like it; names come from files.
+QString plain_tip(std::string_view text);
 
 // `pair` is "Chinese/English".
 QLabel* make_label(QWidget* parent, const QString& name, std::string_view pair);
@@ -52,11 +42,20 @@ QCheckBox* make_check(QWidget* parent, const QString& name, std::string_view pai
 QPushButton* make_command(QWidget* parent, const QString& name, std::string_view pair);
 QGroupBox* make_frame(QWidget* parent, const QString& name, std::string_view pair);
 
+template <typename Control>
+Control* named(Control* control, const QString& name) {
+    control->setObjectName(name);
+    return control;
+}
+// For controls that a window makes itself, and gives their texts by apply_pairs().
+void set_pair(QWidget* control, std::string_view pair);
+void set_tip_pair(QWidget* control, std::string_view pair);
+// Every pair below `root` in the language.
+void apply_pairs(QWidget& root, base::Language language);
+
 enum class Weight : std::uint8_t { kPlain, kQuiet, kWarning };
 void set_weight(QLabel* label, Weight weight);
 void set_bold(QWidget* control, bool bold);
-// Setting the text that is there already would lay the form out anew.
-void show_text(QLabel* label, std::string_view text);
 
 // A list that a turn of the wheel does not change.
 class ListBox final : public QComboBox {

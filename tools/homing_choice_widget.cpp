@@ -147,7 +147,7 @@ QGroupBox* HomingChoiceWidget::make_index_frame() {
     auto* direction = new QGridLayout(Frame2_);
     direction->setContentsMargins(0, 0, 0, 0);
     direction->setHorizontalSpacing(2 * kGap);
-    direction_ = make_caption(Frame2_, "LabelA", "寻找方向/Search direction");
+    direction_ = make_label(Frame2_, "LabelA", "寻找方向/Search direction");
     direction->addWidget(direction_, 0, kAbout);
     direction->setColumnStretch(kSecond, 1);
     grid->addWidget(Frame2_, 0, 0, 1, 3);
@@ -162,10 +162,10 @@ QGroupBox* HomingChoiceWidget::make_index_frame() {
 QGroupBox* HomingChoiceWidget::make_limit_frame() {
     auto* frame = new HomingFrame("Frame12", this);
     QGridLayout* grid = make_grid(frame);
-    grid->addWidget(make_caption(frame, "LabelB", "触发的限位/Trigger"), 0, kAbout);
+    grid->addWidget(make_label(frame, "LabelB", "触发的限位/Trigger"), 0, kAbout);
     put_pair(grid, 0, Option8, kPositiveLimit, Option9, kNegativeLimit);
     grid->addWidget(check(frame, Check6, kUseLimit), 1, kAbout);
-    grid->addWidget(make_caption(frame, "LabelC", "寻找方向/Search direction"), 2, kAbout);
+    grid->addWidget(make_label(frame, "LabelC", "寻找方向/Search direction"), 2, kAbout);
     put_pair(grid, 2, Option11, kPositiveDirection, Option10, kNegativeDirection);
     return frame;
 }
@@ -177,7 +177,7 @@ QGroupBox* HomingChoiceWidget::make_home_frame() {
     put_pair(grid, 0, Option12, "高电平/High Level", Option13, "低电平/Low Level");
     grid->addWidget(check(frame, Check5, kUseLimit), 1, kAbout);
     put_pair(grid, 1, Option15, kPositiveLimit, Option14, kNegativeLimit);
-    grid->addWidget(make_caption(frame, "LabelD", "寻找方向/Search direction"), 2, kAbout);
+    grid->addWidget(make_label(frame, "LabelD", "寻找方向/Search direction"), 2, kAbout);
     put_pair(grid, 2, Option16, kPositiveDirection, Option17, kNegativeDirection);
     return frame;
 }
@@ -213,7 +213,7 @@ QGroupBox* HomingChoiceWidget::make_stop_frame(QWidget* parent) {
     grid->setHorizontalSpacing(2 * kGap);
     grid->setVerticalSpacing(kInnerGap);
     put_pair(grid, 0, Option20, kPositive, Option21, kNegative);
-    QLabel* current = make_caption(Frame10_, "Label1", "通过找原点电流触发/Trig By Home Current");
+    QLabel* current = make_label(Frame10_, "Label1", "通过找原点电流触发/Trig By Home Current");
     make_quiet(current);
     grid->addWidget(
         check(Frame10_, Check7, "使用反向后的索引信号/Use the Index Signal after reverse"), 1,
@@ -228,9 +228,9 @@ QGroupBox* HomingChoiceWidget::make_disabled_frame() {
     auto* layout = new QVBoxLayout(frame);
     layout->setContentsMargins(0, 0, 0, 0);
     QLabel* hint =
-        make_caption(frame, "LabelE",
-                     "请在下面输入原点模式的编号，按回车显示。0 为不找原点。/Type the number of a "
-                     "method below; Enter shows it. 0 means no homing.");
+        make_label(frame, "LabelE",
+                   "请在下面输入原点模式的编号，按回车显示。0 为不找原点。/Type the number of a "
+                   "method below; Enter shows it. 0 means no homing.");
     hint->setWordWrap(true);
     make_quiet(hint);
     layout->addWidget(hint);

@@ -43,7 +43,7 @@ class HomingChoiceWidget final : public QWidget {
 
     Homing2& form_;
     std::function<void()> acted_;
-    homing::HomingTips tips_;
+    form::Tips tips_;
     // Option1(0) index signal, (1) limit switch, (2) home switch, (3) special, (4) disabled
     std::array<QRadioButton*, kHomingTriggers> Option1_{};
     QStackedWidget* frames_ = nullptr;  // Frame11 to Frame15

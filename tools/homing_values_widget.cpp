@@ -57,10 +57,10 @@ QWidget* HomingValuesWidget::make_method() {
     grid->setContentsMargins(kGap, kInnerGap, kGap, kGap);
     grid->setHorizontalSpacing(kGap);
     grid->setVerticalSpacing(kInnerGap);
-    grid->addWidget(make_caption(frame, "LabelF", "预设原点模式/Pre-Set Home Method"), 0, 0);
+    grid->addWidget(make_label(frame, "LabelF", "预设原点模式/Pre-Set Home Method"), 0, 0);
     grid->addWidget(Text1_, 0, 1);
     grid->addWidget(Command1_, 0, 2);
-    grid->addWidget(make_caption(frame, "LabelG", "实际原点模式/Actual Home Method"), 1, 0);
+    grid->addWidget(make_label(frame, "LabelG", "实际原点模式/Actual Home Method"), 1, 0);
     grid->addWidget(Label3_, 1, 1);
     grid->addWidget(take_, 1, 2);
     grid->setColumnStretch(3, 1);
@@ -90,10 +90,10 @@ void HomingValuesWidget::make_boxes() {
 }
 
 void HomingValuesWidget::make_lists() {
-    auto* offset_mode = new HomingListBox("Combo1", this);
+    auto* offset_mode = new form::ListBox(this, "Combo1");
     for (const char* item : kOffsetModes)
         offset_mode->addItem(QLatin1String(item));
-    auto* blind = new HomingListBox("Combo2", this);
+    auto* blind = new form::ListBox(this, "Combo2");
     for (const char* item : kBlinds)
         blind->addItem(QLatin1String(item));
     lists_ = {offset_mode, blind};
@@ -111,7 +111,7 @@ void HomingValuesWidget::make_lists() {
 void HomingValuesWidget::put_box(QGridLayout* grid, int row, int column, const char* label,
                                  std::string_view pair, QWidget* box, const char* unit_name,
                                  std::string_view unit) {
-    QLabel* caption = make_caption(this, label, pair);
+    QLabel* caption = make_label(this, label, pair);
     caption->setBuddy(box);
     grid->addWidget(caption, row, column);
     if (unit_name == nullptr) {
@@ -126,7 +126,7 @@ void HomingValuesWidget::put_box(QGridLayout* grid, int row, int column, const c
 
 void HomingValuesWidget::put_wide(QGridLayout* grid, int row, const char* label,
                                   std::string_view pair, QWidget* box) {
-    QLabel* caption = make_caption(this, label, pair);
+    QLabel* caption = make_label(this, label, pair);
     caption->setBuddy(box);
     auto* line = new QHBoxLayout;
     line->setSpacing(kInnerGap);
@@ -223,12 +223,12 @@ void HomingValuesWidget::add_tips() {
 
 void HomingValuesWidget::refresh() {
     const HomingData& held = form_.data();
-    show_text(Text1_, held.Text1);
+    show_line(Text1_, held.Text1);
     Text1_->setEnabled(held.choices.Text1_enabled());
     show_text(Label3_, held.Label3);
     take_->setEnabled(form_.can_take_drive_method());
     for (const HomingEntry entry : kHomingEntries)
-        show_text(entries_[place(entry)], held.entries[place(entry)]);
+        show_line(entries_[place(entry)], held.entries[place(entry)]);
     Check4_->setChecked(held.Check4);
     for (std::size_t i = 0; i < lists_.size(); ++i)
         if (lists_[i]->currentIndex() != held.lists[i]) lists_[i]->setCurrentIndex(held.lists[i]);

@@ -37,7 +37,7 @@ class HomingValuesWidget final : public QWidget {
 
     Homing2& form_;
     std::function<void()> acted_;
-    homing::HomingTips tips_;
+    form::Tips tips_;
     homing::HomingBox* Text1_ = nullptr;  // number of the method
     QPushButton* Command1_ = nullptr;     // writes it
     QLabel* Label3_ = nullptr;            // the method in the drive

@@ -79,7 +79,8 @@ void Homing2Window::lay_out() {
     left->addWidget(choices_);
     left->addWidget(values_);
     left->addStretch();
-    auto* scrolled = new HomingColumn(column, this);
+    auto* scrolled = new form::ScrolledForm(column, this);
+    scrolled->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Expanding);
     auto* right = new QVBoxLayout;
     right->setSpacing(kGap);
     right->addWidget(comparison_);

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "params/ui_palette.h"
-#include "tools/position_controls_view.h"
+#include "tools/form_controls_view.h"
 #include "tools/position_pictures_widget.h"
 #include "tools/position_table_notes.h"
 #include "tools/position_tables_widget.h"
@@ -56,7 +56,7 @@ PosFlowWindow::PosFlowWindow(PosFlow& form, QWidget* parent)
     : QWidget(parent), form_(form), watch_(*this, [this] { form_.hide_editors(); }) {
     setObjectName(QStringLiteral("PosFlow"));
     // The backslash marks a window that is polled by its own list.
-    setProperty("Tag", qt_of(kPosFlowCaption) + QLatin1Char('\\'));
+    setProperty("Tag", form::qt(kPosFlowCaption) + QLatin1Char('\\'));
     setWindowTitle(QStringLiteral("Position Table Mode"));
     lay_out();
     gather_.setSingleShot(true);
@@ -72,7 +72,7 @@ PosFlowWindow::~PosFlowWindow() {
 }
 
 QPushButton* PosFlowWindow::make_command(const char* name, std::function<void()> click) {
-    QPushButton* button = make_position_command(this, name, text_of(name));
+    QPushButton* button = form::make_command(this, name, text_of(name));
     connect(button, &QPushButton::clicked, this, [this, click = std::move(click)] {
         form_.hide_editors();
         click();
@@ -87,12 +87,12 @@ QWidget* PosFlowWindow::make_commands() {
     Command3_ = make_command("Command3", [this] { form_.Command3_Click(); });
     Command4_ = make_command("Command4", [this] { form_.Command4_Click(); });
     Command5_ = make_command("Command5", [this] { form_.Command5_Click(); });
-    undo_ = make_position_command(this, "CommandA", "撤销/Undo");
+    undo_ = form::make_command(this, "CommandA", "撤销/Undo");
     connect(undo_, &QPushButton::clicked, this, [this] {
         form_.undo();
         refresh_now();
     });
-    Label1_ = make_position_label(this, "Label1", text_of("Label1"));
+    Label1_ = form::make_label(this, "Label1", text_of("Label1"));
     Text1_ = new QLineEdit(this);
     Text1_->setObjectName(QStringLiteral("Text1"));
     Text1_->setReadOnly(true);
@@ -121,9 +121,9 @@ QWidget* PosFlowWindow::make_results() {
     ProgressBar1_->setObjectName(QStringLiteral("ProgressBar1"));
     ProgressBar1_->setRange(0, 100);
     ProgressBar1_->setFixedWidth(kProgressWidth);
-    Label3_ = make_position_value(this, "Label3");
-    Label4_ = make_position_value(this, "Label4");
-    note_ = make_position_value(this, "LabelF");
+    Label3_ = form::make_value(this, "Label3");
+    Label4_ = form::make_value(this, "Label4");
+    note_ = form::make_value(this, "LabelF");
     note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     for (QLabel* label : {Label3_, Label4_})
         label->setMinimumWidth(label->fontMetrics().averageCharWidth() * kResultCharacters);
@@ -132,9 +132,9 @@ QWidget* PosFlowWindow::make_results() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kGap);
     row->addWidget(ProgressBar1_);
-    row->addWidget(make_position_label(this, "LabelA", "读取：/Read:"));
+    row->addWidget(form::make_label(this, "LabelA", "读取：/Read:"));
     row->addWidget(Label3_);
-    row->addWidget(make_position_label(this, "LabelB", "写入：/Write:"));
+    row->addWidget(form::make_label(this, "LabelB", "写入：/Write:"));
     row->addWidget(Label4_);
     row->addWidget(note_, 1);
     return panel;
@@ -207,13 +207,13 @@ void PosFlowWindow::refresh_now() {
 
 void PosFlowWindow::refresh_labels() {
     const PosFlowData& held = form_.data();
-    if (Text1_->text() != qt_of(held.Text1)) Text1_->setText(qt_of(held.Text1));
+    if (Text1_->text() != form::qt(held.Text1)) Text1_->setText(form::qt(held.Text1));
     ProgressBar1_->setValue(static_cast<int>(held.ProgressBar1));
-    show_position_text(Label3_, held.Label3);
-    show_position_text(Label4_, held.Label4);
+    form::show_text(Label3_, held.Label3);
+    form::show_text(Label4_, held.Label4);
     const std::string note = job_note(form_);
-    show_position_text(note_, note);
-    note_->setToolTip(qt_of(note));
+    form::show_text(note_, note);
+    note_->setToolTip(form::qt(note));
     QPalette colours = note_->palette();
     colours.setColor(QPalette::WindowText,
                      QColor(job_note_warns(form_) ? params::palette::kWarningText
@@ -234,10 +234,10 @@ void PosFlowWindow::apply_language() {
     const base::Language language = form_.language();
     for (const Hint& hint : kHints) {
         auto* control = findChild<QWidget*>(QLatin1String(hint.name));
-        control->setToolTip(qt_of(hint.text.in(language)));
+        control->setToolTip(form::qt(hint.text.in(language)));
     }
-    Text1_->setAccessibleName(qt_of(base::Text{"当前索引", "Current Index"}.in(language)));
-    ProgressBar1_->setAccessibleName(qt_of(base::Text{"进度", "Progress"}.in(language)));
+    Text1_->setAccessibleName(form::qt(base::Text{"当前索引", "Current Index"}.in(language)));
+    ProgressBar1_->setAccessibleName(form::qt(base::Text{"进度", "Progress"}.in(language)));
     tables_->apply_language();
     pictures_->apply_language();
     grids_stale_ = true;

@@ -5,7 +5,7 @@
 #include <QSignalBlocker>
 
 #include "params/grid_model_view.h"
-#include "tools/position_controls_view.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -46,7 +46,9 @@ PositionEditors::PositionEditors(PosFlow& form, Tables tables, QObject* parent)
 }
 
 void PositionEditors::connect_text(TextBox& box) {
-    box.filter = [this, &box](char32_t key) { return form_.editor_key(key, utf8_of(box.text())); };
+    box.filter = [this, &box](char32_t key) {
+        return form_.editor_key(key, box.text().toStdString());
+    };
     connect(&box, &TextBox::focus_lost, this, [this, &box] {
         if (!closing_ && text_box(form_.editor().box) == &box) form_.hide_editors();
     });
@@ -95,7 +97,7 @@ void PositionEditors::fill_lists() {
         const QSignalBlocker quiet(box);
         box.clear();
         for (const std::string_view item : items)
-            box.addItem(qt_of(item));
+            box.addItem(form::qt(item));
     };
     fill(*Combo1_, kCombo1Items);
     fill(*Combo2_, form_.data().Combo2);
@@ -105,7 +107,8 @@ void PositionEditors::apply_language() {
     fill_lists();
     const base::Language language = form_.language();
     for (QWidget* box : std::initializer_list<QWidget*>{Combo1_, Combo2_, Text2_, Text3_, Text4_})
-        box->setAccessibleName(qt_of(base::Text{"单元格内容", "Content of the cell"}.in(language)));
+        box->setAccessibleName(
+            form::qt(base::Text{"单元格内容", "Content of the cell"}.in(language)));
 }
 
 void PositionEditors::editor_changed() {

@@ -10,7 +10,7 @@
 
 #include "params/grid_model_view.h"
 #include "params/ui_palette.h"
-#include "tools/position_controls_view.h"
+#include "tools/form_controls_view.h"
 #include "tools/position_palette_view.h"
 
 namespace servo::tools {
@@ -43,7 +43,7 @@ FlowSizes sizes_for(const QFontMetrics& metrics) {
 }
 
 QString in(base::Language language, base::Text text) {
-    return qt_of(text.in(language));
+    return form::qt(text.in(language));
 }
 
 }  // namespace
@@ -62,7 +62,7 @@ void PositionFlowWidget::show_flow(const PosFlow::Picture& picture, base::Langua
     flow_ = picture.flow;
     language_ = language;
     setAccessibleName(in(language, {"流程图", "Picture of the flow"}));
-    setAccessibleDescription(qt_of(flow_summary(flow_, language)));
+    setAccessibleDescription(form::qt(flow_summary(flow_, language)));
     arrange();
 }
 
@@ -129,7 +129,7 @@ bool PositionFlowWidget::event(QEvent* event) {
     QString text;
     if (box != picture_.boxes.end())
         for (const std::string& line : box->lines)
-            if (!line.empty()) text += qt_of(line) + QLatin1String("   ");
+            if (!line.empty()) text += form::qt(line) + QLatin1String("   ");
     QToolTip::showText(help->globalPos(), params::plain_tool_tip(text.trimmed()), this);
     return true;
 }
@@ -146,7 +146,7 @@ void PositionFlowWidget::paintEvent(QPaintEvent*) {
     bold.setBold(true);
     for (const FlowHeading& heading : picture_.headings) {
         painter.setFont(bold);
-        painter.drawText(point_of(heading.at), qt_of(heading.text));
+        painter.drawText(point_of(heading.at), form::qt(heading.text));
     }
     for (const FlowBox& box : picture_.boxes)
         paint_box(painter, box);
@@ -218,7 +218,7 @@ void PositionFlowWidget::paint_box_texts(QPainter& painter, const FlowBox& box,
     bold.setBold(true);
     painter.setFont(bold);
     painter.setPen(QColor(params::palette::kText));
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, qt_of(box.lines[0]));
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, form::qt(box.lines[0]));
     paint_tag(painter, box, place);
     painter.setFont(font());
     for (std::size_t i = 1; i < box.lines.size(); ++i) {
@@ -226,7 +226,7 @@ void PositionFlowWidget::paint_box_texts(QPainter& painter, const FlowBox& box,
         painter.setPen(QColor(i + 1 == box.lines.size() ? params::palette::kMutedText
                                                         : params::palette::kText));
         painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-                         metrics.elidedText(qt_of(box.lines[i]), Qt::ElideRight,
+                         metrics.elidedText(form::qt(box.lines[i]), Qt::ElideRight,
                                             static_cast<int>(place.width())));
     }
 }
@@ -234,7 +234,7 @@ void PositionFlowWidget::paint_box_texts(QPainter& painter, const FlowBox& box,
 void PositionFlowWidget::paint_tag(QPainter& painter, const FlowBox& box,
                                    const QRectF& rect) const {
     const bool runs = box.step == running_;
-    const QString text = runs ? in(language_, {"▶ 当前", "▶ current"}) : qt_of(box.tag);
+    const QString text = runs ? in(language_, {"▶ 当前", "▶ current"}) : form::qt(box.tag);
     if (text.isEmpty()) return;
     painter.setFont(font());
     painter.setPen(QColor(runs        ? palette::kRunningEdge

@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "params/ui_palette.h"
-#include "tools/position_controls_view.h"
+#include "tools/form_controls_view.h"
 #include "tools/position_palette_view.h"
 
 namespace servo::tools {
@@ -55,9 +55,9 @@ void PositionMotionWidget::show_motion(const Motion& motion, double resolution,
     resolution_ = resolution;
     language_ = language;
     cursor_ = std::min(cursor_, motion_.duration);
-    setAccessibleName(
-        qt_of(base::Text{"位置和速度随时间的变化", "Position and speed over time"}.in(language)));
-    setAccessibleDescription(qt_of(motion_end_text(motion_, language)));
+    setAccessibleName(form::qt(
+        base::Text{"位置和速度随时间的变化", "Position and speed over time"}.in(language)));
+    setAccessibleDescription(form::qt(motion_end_text(motion_, language)));
     arrange();
 }
 
@@ -136,16 +136,16 @@ void PositionMotionWidget::paintEvent(QPaintEvent*) {
     if (picture_.position.empty()) {
         painter.setPen(QColor(params::palette::kMutedText));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                         qt_of(base::Text{"没有运动。", "Nothing moves."}.in(language_)) +
-                             QLatin1Char('\n') + qt_of(motion_end_text(motion_, language_)));
+                         form::qt(base::Text{"没有运动。", "Nothing moves."}.in(language_)) +
+                             QLatin1Char('\n') + form::qt(motion_end_text(motion_, language_)));
         return;
     }
     paint_bands(painter);
     paint_axes(painter);
     paint_plot(painter, picture_.position_plot, picture_.positions, picture_.position,
-               palette::kPosition, qt_of(base::Text{"位置 inc", "Position inc"}.in(language_)));
+               palette::kPosition, form::qt(base::Text{"位置 inc", "Position inc"}.in(language_)));
     paint_plot(painter, picture_.speed_plot, picture_.speeds, picture_.speed, palette::kSpeed,
-               qt_of(base::Text{"速度 rpm", "Speed rpm"}.in(language_)));
+               form::qt(base::Text{"速度 rpm", "Speed rpm"}.in(language_)));
     if (cursor_ < 0) return;
     painter.setPen(QPen(QColor(params::palette::kText), 1, Qt::DashLine));
     const double x = std::round(picture_.x_of(cursor_)) + 0.5;
@@ -181,7 +181,7 @@ void PositionMotionWidget::paint_axes(QPainter& painter) const {
         const double x = std::round(tick.at) + 0.5;
         painter.drawLine(QPointF(x, picture_.position_plot.y), QPointF(x, bottom));
         painter.setPen(QColor(params::palette::kMutedText));
-        QString text = qt_of(tick.text);
+        QString text = form::qt(tick.text);
         if (&tick == &picture_.times.back()) text += QLatin1String(" s");
         painter.drawText(QRectF(tick.at - half, bottom + 3, 2 * half, fontMetrics().lineSpacing()),
                          Qt::AlignHCenter | Qt::AlignTop, text);
@@ -199,7 +199,7 @@ void PositionMotionWidget::paint_plot(QPainter& painter, const PictureRect& plot
         painter.drawLine(QPointF(plot.x, y), QPointF(plot.right(), y));
         painter.setPen(QColor(params::palette::kMutedText));
         painter.drawText(QRectF(0, tick.at - line / 2.0, plot.x - 4, line),
-                         Qt::AlignRight | Qt::AlignVCenter, qt_of(tick.text));
+                         Qt::AlignRight | Qt::AlignVCenter, form::qt(tick.text));
     }
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QColor(params::palette::kFrame));

@@ -6,7 +6,7 @@
 
 #include "params/grid_model_view.h"
 #include "params/ui_palette.h"
-#include "tools/position_controls_view.h"
+#include "tools/form_controls_view.h"
 #include "tools/position_table_notes.h"
 
 namespace servo::tools {
@@ -45,7 +45,7 @@ QWidget* PositionPicturesWidget::make_corner() {
     auto* row = new QHBoxLayout(corner);
     row->setContentsMargins(0, 0, 0, 2);
     row->setSpacing(kGap);
-    start_label_ = make_position_label(corner, "LabelC", "起始段/Start at step");
+    start_label_ = form::make_label(corner, "LabelC", "起始段/Start at step");
     start_ = new QComboBox(corner);
     start_->setObjectName(QStringLiteral("ComboA"));
     for (int step = 0; step < kPositionSteps; ++step)
@@ -73,7 +73,7 @@ QWidget* PositionPicturesWidget::make_motion() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(2);
     motion_ = new PositionMotionWidget(page);
-    motion_label_ = make_position_value(page, "LabelD");
+    motion_label_ = form::make_value(page, "LabelD");
     motion_label_->setWordWrap(true);
     column->addWidget(motion_, 1);
     column->addWidget(motion_label_);
@@ -88,7 +88,7 @@ QWidget* PositionPicturesWidget::make_findings() {
     auto* column = new QVBoxLayout(side);
     column->setContentsMargins(kGap, 2, 0, 0);
     column->setSpacing(kGap);
-    findings_label_ = make_position_value(side, "LabelE");
+    findings_label_ = form::make_value(side, "LabelE");
     QFont bold = findings_label_->font();
     bold.setBold(true);
     findings_label_->setFont(bold);
@@ -112,8 +112,7 @@ QWidget* PositionPicturesWidget::make_findings() {
 
 void PositionPicturesWidget::show_motion_note() {
     const std::string reading = motion_->reading();
-    show_position_text(motion_label_,
-                       reading.empty() ? motion_note(form_, picture_.motion) : reading);
+    form::show_text(motion_label_, reading.empty() ? motion_note(form_, picture_.motion) : reading);
 }
 
 void PositionPicturesWidget::refresh() {
@@ -137,13 +136,13 @@ void PositionPicturesWidget::refresh_steps() {
 
 void PositionPicturesWidget::show_findings() {
     const base::Language language = form_.language();
-    show_position_text(findings_label_, findings_note(picture_.findings, language));
+    form::show_text(findings_label_, findings_note(picture_.findings, language));
     const QSignalBlocker quiet(findings_);
     const int row = findings_->currentRow();
     findings_->clear();
     for (const Finding& finding : picture_.findings) {
-        const QString text = qt_of(severity_word(finding.severity, language)) +
-                             QLatin1String("  ") + qt_of(finding_text(finding, language));
+        const QString text = form::qt(severity_word(finding.severity, language)) +
+                             QLatin1String("  ") + form::qt(finding_text(finding, language));
         auto* item = new QListWidgetItem(text, findings_);
         item->setData(Qt::UserRole, finding.step);
         if (finding.severity == Severity::kFault)
@@ -156,14 +155,14 @@ void PositionPicturesWidget::apply_language() {
     const base::Language language = form_.language();
     QString assumptions;
     for (const base::Text& text : motion_assumptions())
-        assumptions += qt_of(text.in(language)) + QLatin1Char('\n');
+        assumptions += form::qt(text.in(language)) + QLatin1Char('\n');
     motion_->setToolTip(params::plain_tool_tip(assumptions.trimmed())
                             .replace(QLatin1Char('\n'), QLatin1String("<br>")));
-    start_->setAccessibleName(qt_of(base::Text{"起始段", "Start at step"}.in(language)));
-    start_->setToolTip(qt_of(base::Text{"流程图和运动图从哪一段开始；不写入驱动器。",
-                                        "Where flow and motion begin; nothing is written."}
-                                 .in(language)));
-    findings_->setAccessibleName(qt_of(base::Text{"检查结果", "Findings"}.in(language)));
+    start_->setAccessibleName(form::qt(base::Text{"起始段", "Start at step"}.in(language)));
+    start_->setToolTip(form::qt(base::Text{"流程图和运动图从哪一段开始；不写入驱动器。",
+                                           "Where flow and motion begin; nothing is written."}
+                                    .in(language)));
+    findings_->setAccessibleName(form::qt(base::Text{"检查结果", "Findings"}.in(language)));
     refresh();
 }
 

@@ -17,7 +17,6 @@ list(APPEND TOOLS_SOURCES
     position_table_transfer.cpp)
 list(APPEND TOOLS_UI_SOURCES
     pos_flow_window.cpp
-    position_controls_view.cpp
     position_editors_view.cpp
     position_flow_widget.cpp
     position_grid_view.cpp

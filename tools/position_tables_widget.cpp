@@ -6,7 +6,7 @@
 #include <QKeySequence>
 
 #include "params/grid_model_view.h"
-#include "tools/position_controls_view.h"
+#include "tools/form_controls_view.h"
 #include "tools/position_table_entry.h"
 
 namespace servo::tools {
@@ -143,7 +143,7 @@ void PositionTablesWidget::type(int row, int column, const QString& text) {
 QAction* PositionTablesWidget::add_command(const char* name, base::Text text,
                                            const QKeySequence& keys,
                                            void (PositionTablesWidget::*act)()) {
-    QAction* action = menu_.addAction(qt_of(text.english));
+    QAction* action = menu_.addAction(form::qt(text.english));
     action->setObjectName(QLatin1String(name));
     action->setShortcut(keys);
     action->setShortcutContext(Qt::WidgetShortcut);
@@ -178,7 +178,7 @@ void PositionTablesWidget::show_menu(const QPoint& place) {
 void PositionTablesWidget::copy() {
     const std::string text =
         form_.copy_rows(MSHFlexGrid2_->selected_first(), MSHFlexGrid2_->selected_last());
-    QApplication::clipboard()->setText(qt_of(text));
+    QApplication::clipboard()->setText(form::qt(text));
 }
 
 // What another program has put there is as good as an own copy.
@@ -187,7 +187,7 @@ void PositionTablesWidget::paste() {
     if (text.isEmpty())
         form_.pasteline();
     else
-        form_.paste_rows(MSHFlexGrid2_->selected_first(), utf8_of(text));
+        form_.paste_rows(MSHFlexGrid2_->selected_first(), text.toStdString());
 }
 
 void PositionTablesWidget::fill_down() {
@@ -216,12 +216,12 @@ void PositionTablesWidget::refresh() {
 void PositionTablesWidget::apply_language() {
     const base::Language language = form_.language();
     for (const auto& [action, text] : commands_)
-        action->setText(qt_of(text.in(language)));
+        action->setText(form::qt(text.in(language)));
     MSHFlexGrid1_->setAccessibleName(
-        qt_of(base::Text{"加速度和减速度", "Accelerations and decelerations"}.in(language)));
-    MSHFlexGrid2_->setAccessibleName(qt_of(base::Text{"位置表各段", "Steps"}.in(language)));
+        form::qt(base::Text{"加速度和减速度", "Accelerations and decelerations"}.in(language)));
+    MSHFlexGrid2_->setAccessibleName(form::qt(base::Text{"位置表各段", "Steps"}.in(language)));
     MSHFlexGrid3_->setAccessibleName(
-        qt_of(base::Text{"所选段的控制寄存器", "Register of the selected step"}.in(language)));
+        form::qt(base::Text{"所选段的控制寄存器", "Register of the selected step"}.in(language)));
     MSHFlexGrid3_->setFixedHeight(MSHFlexGrid3_->height_of_rows(RegisterGrid::kRows));
     editors_.apply_language();
     for (PositionTable* table : {MSHFlexGrid1_, MSHFlexGrid2_, MSHFlexGrid3_}) {

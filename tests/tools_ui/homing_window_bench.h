@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "../app/window_hands.h"
 #include "../tools/homing_form.h"
 #include "app/language_walker.h"
 #include "app/state_controls.h"
@@ -29,7 +30,7 @@ inline std::string jpeg_of(Qt::GlobalColor colour) {
     return bytes.data().toStdString();
 }
 
-struct HomingBench : HomingForm {
+struct HomingBench : HomingForm, app::test::WindowHands<HomingBench> {
     HomingBench() {
         window.resize(1000, 560);
         window.show();
@@ -42,12 +43,6 @@ struct HomingBench : HomingForm {
         language = to;
         app::walk_window(window, {.slot = app::slot_of(to), .designed_font = true});
         QApplication::processEvents();
-    }
-    template <typename Control = QWidget>
-    Control& control(const char* name) {
-        auto* found = qobject_cast<Control*>(app::find_control(window, QLatin1String(name)));
-        if (found == nullptr) throw std::runtime_error(std::string("no control ") + name);
-        return *found;
     }
     std::string text(const char* name) {
         window.refresh_now();
@@ -65,13 +60,6 @@ struct HomingBench : HomingForm {
         if (!button.isVisible()) throw std::runtime_error(std::string("hidden ") + name);
         QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(8, button.height() / 2));
         QApplication::processEvents();
-    }
-    void type(const char* name, const char* text) {
-        auto& box = control<QLineEdit>(name);
-        box.setFocus();
-        box.selectAll();
-        QTest::keyClick(&box, Qt::Key_Backspace);
-        QTest::keyClicks(&box, QLatin1String(text));
     }
     void enter_key(const char* name) { QTest::keyClick(&control<>(name), Qt::Key_Return); }
     // As a user picks: from the open list.

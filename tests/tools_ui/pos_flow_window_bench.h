@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "../app/window_hands.h"
 #include "../tools/pos_flow_bench.h"
 #include "app/language_walker.h"
 #include "app/state_controls.h"
@@ -23,7 +24,7 @@ namespace servo::tools {
 
 using namespace std::chrono_literals;
 
-struct PosFlowWindowBench : PosFlowBench {
+struct PosFlowWindowBench : PosFlowBench, app::test::WindowHands<PosFlowWindowBench> {
     PosFlowWindowBench() {
         window.resize(1000, 560);
         window.show();
@@ -34,12 +35,6 @@ struct PosFlowWindowBench : PosFlowBench {
         language = to;
         app::walk_window(window, {.slot = app::slot_of(to)});
         QApplication::processEvents();
-    }
-    template <typename Control = QWidget>
-    Control& control(const char* name) {
-        auto* found = qobject_cast<Control*>(app::find_control(window, QLatin1String(name)));
-        if (found == nullptr) throw std::runtime_error(std::string("no control ") + name);
-        return *found;
     }
     QTableView& grid(const char* name) { return control<QTableView>(name); }
     std::string shown(const char* grid_name, int row, int column) {
