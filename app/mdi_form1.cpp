@@ -93,6 +93,8 @@ void MDIForm1::connect_shell() {
     connect(xpop_, &PopupMenu::chosen, commands_, &ShellCommands::run_popup);
     connect(host_, &WindowHost::close_asked, commands_, &ShellCommands::close_window_by_name);
     connect(menus_, &ShellMenus::keys_asked, host_, [this] { host_->show(kKeyListWindow); });
+    connect(menus_, &ShellMenus::journal_asked, commands_,
+            [this] { commands_->open_window(QLatin1String(kJournalWindow)); });
     Timer2_.setInterval(kArrangeMilliseconds);
     connect(&Timer2_, &QTimer::timeout, background_, &BackgroudForm::arrange_icons);
     Timer2_.start();
@@ -187,8 +189,15 @@ void MDIForm1::unload_all() {
     }
     for (link::Window* window : workstation_.engine.all_windows)
         if (window != nullptr) host_->hide(window->name());
+    host_->hide(kJournalWindow);
     hide();
     Q_EMIT unloaded();
+}
+
+std::string MDIForm1::active_window() const {
+    for (const OpenWindow& window : host_->open_windows())
+        if (window.active) return window.name;
+    return {};
 }
 
 bool MDIForm1::has_window(const QString& name) const {

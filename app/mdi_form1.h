@@ -49,6 +49,7 @@ class MDIForm1 final : public QMainWindow, public Screen, public ShellAccess {
     void apply_variant() override;
     void show_window(link::Window& window) override;
     void hide_window(link::Window& window) override;
+    std::string active_window() const override;
     void apply_language() override;
     void unload_all() override;
 

@@ -76,6 +76,8 @@ constexpr std::array kHints{
     Hint{"errorcode", "用系统的程序打开错误码表", "Open the table of error codes"},
     Hint{"ModBusList", "对象的 Modbus 地址", "Modbus addresses of the objects"},
     Hint{"moremotors", "电机代码和数据", "Motor codes and data"},
+    Hint{"journalx", "本次运行写入的全部数值，可以写回原值",
+         "Every value that this run has written, and the values before"},
     Hint{"keysx", "列出全部快捷键", "List all keys"},
     Hint{"nextx", "激活下一个窗口", "Activate the next window"},
     Hint{"previousx", "激活上一个窗口", "Activate the previous window"},

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFontMetrics>
+#include <QTime>
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -49,6 +50,7 @@ Surroundings Program::surroundings() {
         store = std::move(read.store);
         return read.found;
     };
+    given.time_of_day = [] { return from_qt(QTime::currentTime().toString(u"HH:mm:ss")); };
     return given;
 }
 

@@ -2,6 +2,8 @@
 // it; servoctl and plain tests do without (Workstation::screen stays null).
 #pragma once
 
+#include <string>
+
 #include "link/window.h"
 
 namespace servo::app {
@@ -21,6 +23,9 @@ class Screen {
     virtual void show_window(link::Window& window) = 0;
     // Hides it. Its visible() is false already.
     virtual void hide_window(link::Window& window) = 0;
+
+    // The name of the window that its user works in; empty for none.
+    virtual std::string active_window() const { return {}; }
 
     // Every text on screen in the language of the workstation; called after each language click.
     virtual void apply_language() = 0;

@@ -7,6 +7,7 @@
 #include "app/key_sequences.h"
 #include "app/menu_hints.h"
 #include "app/style.h"
+#include "tools/journal.h"
 
 namespace servo::app {
 
@@ -90,6 +91,13 @@ void ShellMenus::add_own_items() {
     file->insertSeparator(quit);
     enlist(recent_->menuAction());
 
+    auto* journal = new QAction(this);
+    journal->setObjectName(QStringLiteral("journalx"));
+    journal->setShortcuts(key_sequences(ShortcutKind::kJournal));
+    connect(journal, &QAction::triggered, this, &ShellMenus::journal_asked);
+    menu(QStringLiteral("Tools"))->insertAction(action(QStringLiteral("Change_Language")), journal);
+    enlist(journal);
+
     QMenu* help = menu(QStringLiteral("help"));
     help->addSeparator();
     QAction* keys = help->addAction(picture(QStringLiteral("keyspic")), QString());
@@ -120,6 +128,7 @@ void ShellMenus::apply(base::Language language, dictionary::Variant variant) {
 }
 
 void ShellMenus::apply_own(base::Language language) {
+    action(QStringLiteral("journalx"))->setText(to_qt(tools::kJournalCaption.in(language)));
     action(QStringLiteral("keysx"))->setText(to_qt(kKeyListCaption.in(language)));
     // One key to and fro: it belongs to the language that is not on.
     const bool chinese = language == base::Language::kChinese;

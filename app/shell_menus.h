@@ -40,6 +40,8 @@ class ShellMenus final : public QObject {
     void chosen(const servo::app::MenuItem& item);
     // The list of keys in Help.
     void keys_asked();
+    // The journal of writes in Tools.
+    void journal_asked();
 
   private:
     QAction* add_item(const MenuItem& item, QMenu& parent);

@@ -1,5 +1,6 @@
 #include "app/shell_tool_windows.h"
 
+#include "app/style.h"
 #include "app/user_dialogs.h"
 #include "app/window_adder.h"
 #include "tools/configuration_window.h"
@@ -8,6 +9,7 @@
 #include "tools/errors_window.h"
 #include "tools/homing_window.h"
 #include "tools/init_save_window.h"
+#include "tools/journal_window.h"
 #include "tools/pos_flow_window.h"
 #include "tools/rs485_window.h"
 #include "tuner/tuner_window.h"
@@ -35,9 +37,35 @@ void add_tuner(WindowAdder& adder, Workstation& workstation, UserDialogs& dialog
         Kind::kPage, kRoomy);
 }
 
+// It is none of the program's window table.
+void add_journal(WindowHost& host, Workstation& workstation, UserDialogs& dialogs) {
+    const auto ask =
+        [&workstation, &dialogs](
+            const tools::ConfigurationFile& question) -> std::optional<std::filesystem::path> {
+        const auto chosen =
+            dialogs.ask_file({.kind = FileRequest::Kind::kSave,
+                              .title = std::string(tools::kJournalCaption.in(workstation.language)),
+                              .filter = std::string(question.kind),
+                              .suffix = std::string(question.suffix),
+                              .name = {}});
+        if (!chosen) return std::nullopt;
+        return std::filesystem::path(std::u8string(chosen->begin(), chosen->end()));
+    };
+    host.add_kind(
+        kJournalWindow,
+        {.make =
+             [&workstation, ask] {
+                 return new tools::JournalWindow(workstation.journal, workstation.engine, ask);
+             },
+         .caption =
+             [](base::Language language) { return to_qt(tools::kJournalCaption.in(language)); },
+         .roomy = true});
+}
+
 }  // namespace
 
 void add_tool_windows(WindowAdder& adder, Workstation& workstation, UserDialogs& dialogs) {
+    add_journal(adder.host(), workstation, dialogs);
     adder.add("DigitalIO", [&workstation] {
         return new tools::DigitalIOWindow(workstation.tools.digital_io,
                                           workstation.Tavro_Nevra_Other_mode);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/menu_table.h"
+#include "tools/journal.h"
 
 namespace servo::app {
 
@@ -38,6 +39,7 @@ constexpr std::array kShortcuts{
     Shortcut{kTool, "exportx", {"Ctrl+Shift+W"}},
     Shortcut{kTool, "importx", {"Ctrl+Shift+R"}},
     Shortcut{kOtherLanguage, "", {"Ctrl+L"}},
+    Shortcut{kJournal, "", {"Ctrl+Shift+J"}},
     Shortcut{kKeyList, "", {"F1"}},
     Shortcut{kNextWindow, "", {"Ctrl+Tab", "Ctrl+F6"}},
     Shortcut{kPreviousWindow, "", {"Ctrl+Shift+Tab", "Ctrl+Shift+F6"}},
@@ -124,7 +126,10 @@ class ListMaker {
             group.lines.push_back(
                 {without_marks(menu_caption(*item, language_, variant_)), keys_text(shortcut)});
         }
-        if (menu.item == "Tools") add(group, kOtherLanguage, kOtherLanguageCaption);
+        if (menu.item == "Tools") {
+            add(group, kJournal, tools::kJournalCaption);
+            add(group, kOtherLanguage, kOtherLanguageCaption);
+        }
         if (menu.item == "help") add(group, kKeyList, kKeyListCaption);
         return group;
     }

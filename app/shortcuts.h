@@ -22,6 +22,7 @@ enum class ShortcutKind : std::uint8_t {
     kMenuItem,       // `name` is an item of the menu table
     kTool,           // `name` is a toolbar key
     kOtherLanguage,  // the language item that is not marked
+    kJournal,        // the journal of writes
     kKeyList,        // the window that lists all this
     kNextWindow,
     kPreviousWindow,

@@ -21,6 +21,9 @@ class WindowAdder {
     WindowAdder(WindowHost& host, Workstation& workstation)
         : host_(host), workstation_(workstation) {}
 
+    // For windows that are none of the table.
+    WindowHost& host() { return host_; }
+
     void add(std::string_view name, std::function<QWidget*()> make, Kind frame = Kind::kPage,
              bool roomy = false) {
         const WindowDefinition& definition = *find_window_definition(name);

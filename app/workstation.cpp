@@ -4,6 +4,7 @@
 #include <ranges>
 
 #include "app/tag_text.h"
+#include "app/window_table.h"
 #include "base/ascii.h"
 #include "base/file.h"
 
@@ -88,6 +89,28 @@ void make_windows(Workstation& workstation) {
     list_windows(workstation);
 }
 
+tools::JournalServices journal_services(Workstation& workstation, const Surroundings& given) {
+    const auto time_of_day = [ask = given.time_of_day] { return ask ? ask() : std::string(); };
+    const auto window = [&workstation] {
+        return workstation.screen != nullptr ? workstation.screen->active_window() : std::string();
+    };
+    const auto caption = [&workstation](const std::string& name) -> std::string {
+        if (name == kJournalWindow)
+            return std::string(tools::kJournalCaption.in(workstation.language));
+        const WindowDefinition* definition = find_window_definition(name);
+        if (definition == nullptr) return name;
+        return std::string(
+            caption_of(*definition, workstation.language, workstation.Tavro_Nevra_Other_mode));
+    };
+    return {.line = workstation.line,
+            .engine = workstation.engine,
+            .dictionary = workstation.dictionary,
+            .language = workstation.language,
+            .time_of_day = time_of_day,
+            .window = window,
+            .caption = caption};
+}
+
 }  // namespace
 
 Workstation::Workstation(const Surroundings& given)
@@ -96,8 +119,11 @@ Workstation::Workstation(const Surroundings& given)
       clock(given.clock),
       cTmr(given.timer),
       open_dat(given.open_dat),
-      engine(given.port, given.clock, given.timer, values),
-      communication(engine, given.port, given.ports, given.notice, given.folder),
+      line(given.port),
+      engine(line, given.clock, given.timer, values),
+      communication(engine, line, given.ports, given.notice, given.folder),
+      journal(journal_services(*this, given)),
+      journal_window(std::make_unique<link::Window>(kJournalWindow)),
       browser({modbus_list, page_services(*this)}),
       scope({.engine = engine,
              .dictionary = dictionary,
@@ -140,6 +166,7 @@ params::TabbedPage* Workstation::find_tabbed_page(std::string_view name) const {
 }
 
 link::Window* Workstation::find_window(std::string_view name) const {
+    if (base::same_name(name, kJournalWindow)) return journal_window.get();
     const auto found = std::ranges::find_if(windows, [name](const link::Window* window) {
         return base::same_name(window->name(), name);
     });

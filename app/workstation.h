@@ -30,6 +30,8 @@
 #include "params/page.h"
 #include "params/tabbed_page.h"
 #include "scope/oscilloscope.h"
+#include "tools/journal.h"
+#include "tools/tapped_port.h"
 
 namespace servo::app {
 
@@ -44,6 +46,8 @@ struct Surroundings {
     // Fills the dictionary in place of Store::open_dat(folder), for a program that has begun to
     // read it earlier. May be empty.
     std::function<bool(dictionary::Store&)> open_dat = {};
+    // "10:02:33", for the journal of writes. None: its entries have no time.
+    std::function<std::string()> time_of_day = {};
 };
 
 struct Workstation {
@@ -70,10 +74,16 @@ struct Workstation {
     params::PageGrid* popup_grid = nullptr;
     int popup_row = 0;
 
+    tools::TappedPort line;  // what leaves and comes in is shown to the journal
+
     // The two window lists are engine.all_windows (40) and engine.poll_windows (29); MDIForm_Load
     // fills every place.
     link::Engine engine;
     link::Communication communication;
+
+    tools::WriteJournal journal;
+    // An addition: in none of the window lists, so it is neither polled nor part of a project.
+    std::unique_ptr<link::Window> journal_window;
 
     // Windows live here from construction to the end.
     std::vector<std::unique_ptr<params::Page>> pages;               // the 22, as in their table
@@ -88,13 +98,17 @@ struct Workstation {
     std::vector<std::unique_ptr<link::Window>> other_windows;  // the rest
     std::vector<link::Window*> windows;  // all of the above, in the order of all_windows
 
-    // By window name, without regard to case, since one window is written ECANset and ECANSet.
+    // By window name, without regard to case, since one window is written ECANset and ECANSet. The
+    // window of the journal too.
     link::Window* find_window(std::string_view name) const;
     params::Page* find_page(std::string_view name) const;
     params::TabbedPage* find_tabbed_page(std::string_view name) const;
 
     std::filesystem::path sys_ini() const;
 };
+
+// The name of the journal's window.
+inline constexpr const char* kJournalWindow = "Journal";
 
 // Start-up, in the told order. False when there is no dictionary: the message has been shown, all
 // windows are unloaded, and the program ends.
