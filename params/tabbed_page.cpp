@@ -9,13 +9,10 @@ namespace servo::params {
 namespace {
 
 constexpr base::Text kMappingHint{
-    "修改映射的顺序：COB-ID 加 80000000（位 31 置 1）；映射个数写 "
-    "0；写入各映射（索引、子索引、位数，"
-    "如 60410010）；写入映射个数；COB-ID 的位 31 清 0。",
-    "To change a mapping, in this order: set bit 31 of the COB-ID (add 80000000), set the number "
-    "of "
-    "mapped objects to 0, enter the mappings (index, sub-index, bits: 60410010), enter their "
-    "number, clear bit 31 of the COB-ID."};
+    "修改映射的顺序：COB-ID 加 80000000，个数写 0，写入各映射（索引、子索引、位数，如 "
+    "60410010），写入个数，恢复 COB-ID。",
+    "To change a mapping, in this order: COB-ID + 80000000, number 0, mappings (index, sub-index, "
+    "bits: 60410010), number, COB-ID."};
 
 }  // namespace
 

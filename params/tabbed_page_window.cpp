@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kMargin = 8;
 constexpr int kFirstWidth = 980;  // in which the longest names of a PDO's objects can be read
-constexpr int kHintLines = 2;
+constexpr int kHintLines = 1;
 constexpr int kHintSlack = 2;   // between the line heights of two fonts
 constexpr int kFirstRows = 14;  // seen at first: a PDO with its eight mapping entries
 
@@ -62,7 +62,7 @@ void TabbedPageWindow::make_hint() {
     show_hint();
 }
 
-// The longer language's lines are kept free in both, so that the grids keep their rows.
+// One line in both languages, so that all rows still fit at first; more where the window is narrow.
 void TabbedPageWindow::show_hint() {
     const std::string_view hint = page_.mapping_hint();
     LabelA_.setText(QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size())));

@@ -244,7 +244,7 @@ TEST_F(TabbedWindow, ALanguageChangeSwapsTheNamesOfEveryTabAndKeepsTheValues) {
 TEST_F(TabbedWindow, TheOrderOfAChangeOfMappingIsTold) {
     auto* hint = window->findChild<QLabel*>(QStringLiteral("LabelA"));
     ASSERT_NE(hint, nullptr);
-    EXPECT_TRUE(hint->text().startsWith("To change a mapping, in this order: set bit 31"));
+    EXPECT_TRUE(hint->text().startsWith("To change a mapping, in this order: COB-ID + 80000000"));
     frame->resize(frame->sizeHint());
     QCoreApplication::processEvents();
     const int rows = grid(0)->viewport()->height();
