@@ -9,6 +9,7 @@
 #include <limits>
 #include <optional>
 
+#include "base/decimal.h"
 #include "base/gbk.h"
 #include "base/number.h"
 #include "link/frame.h"
@@ -99,44 +100,9 @@ std::optional<std::vector<std::string>> read_fields(std::string_view line) {
 
 // --- numbers ----------------------------------------------------------------------------------
 
-std::size_t skip_digits(std::string_view text, std::size_t at) {
-    while (at < text.size() && text[at] >= '0' && text[at] <= '9')
-        ++at;
-    return at;
-}
-
-// True for a decimal number and nothing else; the scanner itself takes any text.
-bool is_decimal(std::string_view text) {
-    std::size_t at = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
-    const std::size_t first = at;
-    at = skip_digits(text, at);
-    std::size_t digits = at - first;
-    if (at < text.size() && text[at] == '.') {
-        const std::size_t behind_point = at + 1;
-        at = skip_digits(text, behind_point);
-        digits += at - behind_point;
-    }
-    if (digits == 0) return false;
-    if (at < text.size() && (text[at] == 'E' || text[at] == 'e')) {
-        ++at;
-        if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
-        const std::size_t exponent = at;
-        at = skip_digits(text, at);
-        if (at == exponent) return false;
-    }
-    return at == text.size();
-}
-
-std::optional<double> number(std::string_view text) {
-    if (!is_decimal(text)) return std::nullopt;
-    const double value = base::leading_number(text);
-    if (!std::isfinite(value)) return std::nullopt;
-    return value;
-}
-
 std::optional<std::int64_t> whole_number(std::string_view text, std::int64_t least,
                                          std::int64_t most) {
-    const auto value = number(text);
+    const auto value = base::decimal_number(text);
     if (!value || *value != std::trunc(*value)) return std::nullopt;
     if (*value < static_cast<double>(least) || *value > static_cast<double>(most)) {
         return std::nullopt;
@@ -251,7 +217,7 @@ std::string FormulaBatch::split(const Fields& fields) {
 }
 
 std::string FormulaBatch::text(const Fields& fields) {
-    const auto raw = number(fields[1]);
+    const auto raw = base::decimal_number(fields[1]);
     const auto size = size_code(fields[3]);
     if (!raw || !size) return bad_request();
     // The bytes themselves: UTF-8 could not show a byte that is no character.
@@ -261,7 +227,7 @@ std::string FormulaBatch::text(const Fields& fields) {
 }
 
 std::string FormulaBatch::unit(const Fields& fields) {
-    const auto raw = number(fields[1]);
+    const auto raw = base::decimal_number(fields[1]);
     const auto size = size_code(fields[3]);
     if (!raw || !size) return bad_request();
     return digits17_or_error(params::value_to_unit(*raw, fields[2], fields[4], *size, operands_));

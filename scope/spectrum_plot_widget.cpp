@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/even_step.h"
 #include "params/ui_palette.h"
 #include "scope/scope_controls_view.h"
 
@@ -25,15 +26,6 @@ constexpr qreal kPeakRadius = 3.5;
 constexpr const char* kWidestLabel = "-0.00000";
 
 }  // namespace
-
-double even_step(double range, int parts) {
-    if (!(range > 0.0)) return 1.0;
-    const double wanted = range / parts;
-    const double power = std::pow(10.0, std::floor(std::log10(wanted)));
-    for (const double digit : {1.0, 2.0, 5.0})
-        if (digit * power >= wanted) return digit * power;
-    return 10.0 * power;
-}
 
 SpectrumPlot::SpectrumPlot(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -69,7 +61,7 @@ double SpectrumPlot::top() const {
     const double highest = *std::ranges::max_element(spectrum_.amplitudes);
     if (!(highest > 0.0) || !std::isfinite(highest)) return 1.0;
     if (logarithmic_) return std::pow(10.0, std::ceil(std::log10(highest)));
-    const double step = even_step(highest, kLinesUp);
+    const double step = base::even_step(highest, kLinesUp);
     return step * std::ceil(highest / step);
 }
 
@@ -114,7 +106,7 @@ void SpectrumPlot::draw_grid(QPainter& painter, const QRectF& area) const {
     const QColor text(params::palette::kMutedText);
     const int height = fontMetrics().height();
     const int parts = logarithmic_ ? kDecades : kLinesUp;
-    const double step = logarithmic_ ? 0.0 : even_step(top(), kLinesUp);
+    const double step = logarithmic_ ? 0.0 : base::even_step(top(), kLinesUp);
     for (int k = 0; k <= parts; ++k) {
         const double value = logarithmic_ ? top() * std::pow(10.0, k - kDecades) : k * step;
         if (value > top() * (1 + 1e-9)) break;
@@ -131,7 +123,7 @@ void SpectrumPlot::draw_grid(QPainter& painter, const QRectF& area) const {
     painter.drawRect(area);
     if (spectrum_.amplitudes.size() < 2) return;
     const double range = spectrum_.step_hz * last_line();
-    const double along = even_step(range, kLinesAlong);
+    const double along = base::even_step(range, kLinesAlong);
     for (double hz = 0.0; along > 0.0 && hz <= range * (1 + 1e-9); hz += along) {
         const double x = area.left() + area.width() * hz / range;
         painter.setPen(line);

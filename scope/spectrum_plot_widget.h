@@ -46,7 +46,4 @@ class SpectrumPlot final : public QWidget {
     int halvings_ = 0;  // of the range shown
 };
 
-// A step of 1, 2 or 5 times a power of ten that divides the range into about so many parts.
-double even_step(double range, int parts);
-
 }  // namespace servo::scope

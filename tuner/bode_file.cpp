@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "base/decimal.h"
 #include "base/file.h"
 #include "base/number.h"
 #include "tuner/analysis.h"
@@ -61,38 +62,9 @@ std::string_view trimmed(std::string_view text) {
     return last == std::string_view::npos ? text : text.substr(0, last + 1);
 }
 
-std::size_t skip_digits(std::string_view text, std::size_t at) {
-    return std::min(text.find_first_not_of("0123456789", at), text.size());
-}
-
-// Sign, digits with at most one point, exponent; all of it.
-bool is_number(std::string_view text) {
-    std::size_t at = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
-    const std::size_t first = at;
-    at = skip_digits(text, at);
-    bool digits = at > first;
-    if (at < text.size() && text[at] == '.') {
-        const std::size_t point = at++;
-        at = skip_digits(text, at);
-        digits = digits || at > point + 1;
-    }
-    if (!digits) return false;
-    if (at < text.size() && (text[at] == 'E' || text[at] == 'e')) {
-        ++at;
-        if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
-        const std::size_t exponent = at;
-        at = skip_digits(text, at);
-        if (at == exponent) return false;
-    }
-    return at == text.size();
-}
-
 // A damaged line is no 0: all of the text has to be a number, blanks around it aside.
 std::optional<double> number_in(std::string_view text) {
-    text = trimmed(text);
-    if (!is_number(text)) return std::nullopt;
-    const double number = base::leading_number(text);
-    return std::isfinite(number) ? std::optional(number) : std::nullopt;
+    return base::decimal_number(trimmed(text));
 }
 
 template <typename Integer>

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/even_step.h"
 #include "base/number.h"
 #include "params/ui_palette.h"
 #include "tuner/tuner_palette.h"
@@ -27,16 +28,6 @@ constexpr base::Text kOvershoot{"超调", "Overshoot"};
 constexpr base::Text kUnstable{"不稳定：没有阶跃响应。", "Unstable: there is no such answer."};
 constexpr base::Text kSlow{"起始频率过高，终值不可靠。", "Starts too high: the end is a guess."};
 constexpr base::Text kFast{"结束频率过低，陡沿不可靠。", "Stops too low: steep parts look soft."};
-
-// 1, 2 or 5 times a power of ten that divides the range into about so many parts.
-double even_step(double range, int parts) {
-    if (!(range > 0.0)) return 1.0;
-    const double wanted = range / parts;
-    const double power = std::pow(10.0, std::floor(std::log10(wanted)));
-    for (const double digit : {1.0, 2.0, 5.0})
-        if (digit * power >= wanted) return digit * power;
-    return 10.0 * power;
-}
 
 std::string milliseconds(const std::optional<double>& seconds) {
     return seconds ? base::format_fixed(*seconds * kMilli, 1) + " ms" : "-";
@@ -86,7 +77,7 @@ void StepPlot::paintEvent(QPaintEvent*) {
 }
 
 void StepPlot::draw_grid(QPainter& painter, const QRectF& area, double top, double bottom) const {
-    const double step = even_step(length(), kLinesAlong);
+    const double step = base::even_step(length(), kLinesAlong);
     for (double time = 0.0; time <= length() * (1 + 1e-9); time += step) {
         const double x = area.left() + area.width() * time / length();
         painter.setPen(QColor(palette::kGrid));

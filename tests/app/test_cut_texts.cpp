@@ -8,29 +8,15 @@
 #include "app/style.h"
 #include "app/window_table.h"
 #include "cut_texts.h"
+#include "larger_font.h"
 #include "shown_shell.h"
 
 namespace servo::app {
 namespace {
 
 using test::CutTexts;
+using test::LargerFont;
 using test::ShownShell;
-
-// The font of the application, larger for a while.
-class LargerFont {
-  public:
-    explicit LargerFont(qreal factor) : before_(QApplication::font()) {
-        QFont larger = before_;
-        larger.setPointSizeF(before_.pointSizeF() * factor);
-        QApplication::setFont(larger);
-    }
-    ~LargerFont() { QApplication::setFont(before_); }
-    LargerFont(const LargerFont&) = delete;
-    LargerFont& operator=(const LargerFont&) = delete;
-
-  private:
-    QFont before_;
-};
 
 // In hundredths, so that the test has a name.
 class CutTextsTest : public testing::TestWithParam<int> {
@@ -59,6 +45,7 @@ class CutTextsTest : public testing::TestWithParam<int> {
         std::vector<QString> names;
         for (const WindowDefinition& window : window_table())
             if (shell.form.has_window(to_qt(window.name))) names.push_back(to_qt(window.name));
+        names.push_back(QLatin1String(kJournalWindow));
         return names;
     }
 };

@@ -1,31 +1,16 @@
 // Nothing is cut and nothing lies over another, in both languages; numbers are shown as they fit.
 #include "../app/cut_texts.h"
+#include "../app/larger_font.h"
 #include "scope/number_label_widget.h"
 #include "scope/scope_controls_view.h"
-#include "scope/spectrum_plot_widget.h"
 #include "scope_window_bench.h"
 
 namespace servo::scope::test {
 namespace {
 
-class LargerFont {
-  public:
-    explicit LargerFont(qreal factor) : before_(QApplication::font()) {
-        QFont larger = before_;
-        larger.setPointSizeF(before_.pointSizeF() * factor);
-        QApplication::setFont(larger);
-    }
-    ~LargerFont() { QApplication::setFont(before_); }
-    LargerFont(const LargerFont&) = delete;
-    LargerFont& operator=(const LargerFont&) = delete;
-
-  private:
-    QFont before_;
-};
-
 class ScopeWindowFit : public testing::TestWithParam<int> {
   protected:
-    LargerFont font_{GetParam() / 100.0};
+    app::test::LargerFont font_{GetParam() / 100.0};
 
     static void expect_nothing_cut(WindowBench& bench, const char* when) {
         QApplication::processEvents();
@@ -96,14 +81,6 @@ TEST(ShortNumber, HasSixSignificantDigits) {
     EXPECT_EQ(short_number(2.5e12), "2.5E12");
     EXPECT_EQ(short_number(-4.2e-9), "-4.2E-9");
     EXPECT_EQ(short_number(std::nan("")), "-");
-}
-
-TEST(EvenStep, IsOneTwoOrFive) {
-    EXPECT_DOUBLE_EQ(even_step(8000, 6), 2000);
-    EXPECT_DOUBLE_EQ(even_step(10, 4), 5);
-    EXPECT_DOUBLE_EQ(even_step(0.9, 4), 0.5);
-    EXPECT_DOUBLE_EQ(even_step(4, 4), 1);
-    EXPECT_DOUBLE_EQ(even_step(0, 4), 1);
 }
 
 }  // namespace
