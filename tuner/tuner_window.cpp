@@ -152,7 +152,7 @@ void TunerWindow::lay_out(QWidget* filters) {
     body->addLayout(side);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kGap, kGap - 2, kGap, kGap - 2);
-    layout->setSpacing(kGap - 2);
+    layout->setSpacing(kGap / 2);  // all of it fits into a main window of 1024 x 700
     layout->addWidget(tools_);
     layout->addLayout(body, 1);
     layout->addWidget(make_divider(this));
