@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <cstdio>
+#include <filesystem>
 
 #include "app/walk_target.h"
 #include "base/file.h"
@@ -12,6 +13,12 @@ namespace {
 
 constexpr int kLookMilliseconds = 3;     // how often an `until` looks: once a tick of the engine
 constexpr int kNestedMilliseconds = 20;  // while a command that pumps events has not come back
+
+// A walkthrough that is played anywhere finds what was installed beside the program.
+std::string whole_path(const std::string& path, const std::filesystem::path& folder) {
+    constexpr std::string_view kFolder = "{data}/";
+    return path.starts_with(kFolder) ? (folder / path.substr(kFolder.size())).string() : path;
+}
 
 }  // namespace
 
@@ -175,7 +182,7 @@ std::string WalkPlayer::perform(const WalkCommand& command) {
 
 std::string WalkPlayer::answer_ahead(const WalkCommand& command) {
     if (command.verb == WalkVerb::kFile)
-        dialogs_.next_file(command.text);
+        dialogs_.next_file(whole_path(command.text, shell_.workstation().folder));
     else
         dialogs_.next_answer(command.on);
     return {};

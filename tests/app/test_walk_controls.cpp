@@ -293,6 +293,16 @@ TEST_F(WalkControls, FileDialogsTakeTheNextPathOrAreCancelled) {
     EXPECT_EQ(paths[4], "c.txt");
 }
 
+TEST_F(WalkControls, FileMayStandInTheFolderOfTheProgram) {
+    std::vector<std::optional<std::string>> paths;
+    QObject::connect(&shell.item, &QAction::triggered,
+                     [&] { paths.push_back(shell.switch_.ask_file({})); });
+    shell.play("file {data}/my work/a.cdo\nfile x/{data}/a.cdo\nmenu aboutx\nmenu aboutx\n");
+    ASSERT_EQ(paths.size(), 2U);
+    EXPECT_EQ(paths[0], (shell.bench.workstation.folder / "my work/a.cdo").string());
+    EXPECT_EQ(paths[1], "x/{data}/a.cdo");
+}
+
 TEST_F(WalkControls, MenuThatRunsItsOwnLoopIsPickedFromInside) {
     QString picked;
     QAction* action = shell.popup.addAction(QStringLiteral("Delete"));
