@@ -4,7 +4,7 @@
 #include <QStyleOption>
 
 #include "params/ui_palette.h"
-#include "tools/digital_io_controls_view.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -12,14 +12,14 @@ PathLabel::PathLabel(const char* name, QWidget* parent) : QLabel(parent) {
     setObjectName(QLatin1String(name));
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    set_pair(this, "-");
+    form::set_pair(this, "-");
 }
 
 void PathLabel::show_text(std::string_view text) {
-    const QString shown = io_qt(text);
+    const QString shown = form::qt(text);
     if (this->text() == shown) return;
     setText(shown);
-    setToolTip(io_tip(text));
+    setToolTip(form::plain_tip(text));
 }
 
 QSize PathLabel::sizeHint() const {
@@ -42,13 +42,13 @@ QPushButton* configuration_command(QWidget* parent, const char* name, std::strin
     auto* button = new QPushButton(parent);
     button->setObjectName(QLatin1String(name));
     button->setAutoDefault(true);
-    set_pair(button, pair);
-    if (!tip.empty()) set_tip_pair(button, tip);
+    form::set_pair(button, pair);
+    if (!tip.empty()) form::set_tip_pair(button, tip);
     return button;
 }
 
 QLabel* configuration_label(QWidget* parent, const char* name) {
-    QLabel* label = io_label(parent, QLatin1String(name));
+    QLabel* label = form::make_value(parent, QLatin1String(name));
     label->setMinimumWidth(1);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     return label;
@@ -63,18 +63,18 @@ QProgressBar* configuration_bar(QWidget* parent, const char* name) {
 }
 
 void show_designed_caption(QPushButton* button, std::string_view pair, base::Language language) {
-    const QString designed = io_qt(pair);
+    const QString designed = form::qt(pair);
     const QString now = button->text();
-    if (now.isEmpty() || now == io_half(designed, base::Language::kChinese) ||
-        now == io_half(designed, base::Language::kEnglish))
-        button->setText(io_half(designed, language));
+    if (now.isEmpty() || now == form::half_of(designed, base::Language::kChinese) ||
+        now == form::half_of(designed, base::Language::kEnglish))
+        button->setText(form::half_of(designed, language));
 }
 
 void show_note(QLabel* label, const ConfigurationNote& note) {
-    const QString text = io_qt(note.text);
+    const QString text = form::qt(note.text);
     if (label->text() != text) {
         label->setText(text);
-        label->setToolTip(io_tip(note.text));
+        label->setToolTip(form::plain_tip(note.text));
     }
     const QColor wanted(note.warns ? params::palette::kWarningText : params::palette::kMutedText);
     QPalette colours = label->palette();

@@ -9,7 +9,7 @@
 
 #include "params/grid_paint_view.h"
 #include "params/ui_palette.h"
-#include "tools/digital_io_controls_view.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -41,7 +41,7 @@ QVariant ConfigurationModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return cells_.text(index.row(), index.column());
         case Qt::ToolTipRole:
-            return io_tip(cells_.text(index.row(), index.column()).toStdString());
+            return form::plain_tip(cells_.text(index.row(), index.column()).toStdString());
         case Qt::BackgroundRole:
             return red ? QVariant(QColor(kRed)) : QVariant();
         case Qt::ForegroundRole:

@@ -5,7 +5,7 @@
 
 #include "tools/configuration_controls_view.h"
 #include "tools/configuration_grid_view.h"
-#include "tools/digital_io_controls_view.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -28,9 +28,10 @@ ConfigurationReportWidget::ConfigurationReportWidget(ImExport& form, QWidget* pa
     const auto at = [](auto index) { return static_cast<std::size_t>(index); };
     grid_ = new ConfigurationTable(
         {.rows = [this] { return static_cast<int>(report_.rows.size()); },
-         .text = [this, at](int row,
-                            int column) { return io_qt(report_.rows[at(row)].cells[at(column)]); },
-         .heading = [this, at](int column) { return io_qt(report_.headers[at(column)]); },
+         .text = [this, at](
+                     int row,
+                     int column) { return form::qt(report_.rows[at(row)].cells[at(column)]); },
+         .heading = [this, at](int column) { return form::qt(report_.headers[at(column)]); },
          .red = {},
          .warns = [this, at](int row) { return report_.rows[at(row)].warns; },
          .columns = static_cast<int>(kReportColumns)},

@@ -10,6 +10,7 @@
 #include "tools/configuration_grid_view.h"
 #include "tools/configuration_notes.h"
 #include "tools/digital_io_controls_view.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -50,7 +51,7 @@ ConfigurationCells cells_of(const std::vector<Row>& rows,
                 [&rows, &columns](int row, int column) {
                     const auto text = columns.at(static_cast<std::size_t>(column)).text;
                     return text == nullptr ? QString::number(row)
-                                           : io_qt(rows[static_cast<std::size_t>(row)].*text);
+                                           : form::qt(rows[static_cast<std::size_t>(row)].*text);
                 },
             .heading =
                 [&columns](int column) {
@@ -243,7 +244,7 @@ void ConfigurationTabWidget::refresh_controls() {
     const auto& file = write ? form_.source_file() : form_.template_file();
     const auto name = file.filename().u8string();
     const bool shown = (write ? held.write_count : held.read_count).all > 0;
-    file_->setText(shown ? io_qt({reinterpret_cast<const char*>(name.data()), name.size()})
+    file_->setText(shown ? form::qt({reinterpret_cast<const char*>(name.data()), name.size()})
                          : QString());
     if (bar_->value() != percent) bar_->setValue(percent);
     show_note(note_, configuration_note(form_, side_));
@@ -258,7 +259,7 @@ void ConfigurationTabWidget::apply_language(base::Language language) {
     grid_->show_column(chinese + 1, !is_chinese);
     constexpr base::Text kNoFile{"未选择 cdi 文件", "No cdi file is chosen"};
     constexpr base::Text kNoTemplate{"未选择 cdo 模板", "No cdo template is chosen"};
-    grid_->set_note(io_qt((write ? kNoFile : kNoTemplate).in(language)));
+    grid_->set_note(form::qt((write ? kNoFile : kNoTemplate).in(language)));
 }
 
 }  // namespace servo::tools

@@ -7,7 +7,7 @@
 #include "tools/configuration_grid_view.h"
 #include "tools/configuration_report_widget.h"
 #include "tools/configuration_tab_widget.h"
-#include "tools/digital_io_controls_view.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -23,7 +23,7 @@ ConfigurationWindow::ConfigurationWindow(ImExport& form, QWidget* parent)
     halves_->setChildrenCollapsible(false);
     SSTab1_ = new QTabWidget(halves_);
     SSTab1_->setObjectName(QStringLiteral("SSTab1"));
-    set_pair(SSTab1_, kTabs);
+    form::set_pair(SSTab1_, kTabs);
     write_ = new ConfigurationTabWidget(form_, ConfigurationSide::kWrite, SSTab1_);
     read_ = new ConfigurationTabWidget(form_, ConfigurationSide::kRead, SSTab1_);
     SSTab1_->addTab(write_, QString());
@@ -88,10 +88,10 @@ void ConfigurationWindow::changeEvent(QEvent* event) {
 
 void ConfigurationWindow::apply_language() {
     const base::Language language = form_.language();
-    apply_pairs(*this, language);
-    const QStringList tabs = io_qt(kTabs).split(u'|');
+    form::apply_pairs(*this, language);
+    const QStringList tabs = form::qt(kTabs).split(u'|');
     for (int tab = 0; tab < SSTab1_->count(); ++tab)
-        SSTab1_->setTabText(tab, io_half(tabs.at(tab), language));
+        SSTab1_->setTabText(tab, form::half_of(tabs.at(tab), language));
     write_->apply_language(language);
     read_->apply_language(language);
     refresh();

@@ -20,7 +20,7 @@ constexpr int kColumnGap = 12;
 constexpr int kPlacesOfBox = 3;  // in the grid: chip, box, gap
 
 QString doubled_marks(std::string_view name) {
-    return io_qt(name).replace(QLatin1Char('&'), QLatin1String("&&"));
+    return form::qt(name).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 }  // namespace
@@ -47,21 +47,21 @@ DigitalIOChooserWidget::DigitalIOChooserWidget(DigitalIO& form, IoSide side, QWi
 
 void DigitalIOChooserWidget::make_commands() {
     const bool input = side_ == IoSide::kInput;
-    title_ = io_label(this, input ? QStringLiteral("LabelA") : QStringLiteral("LabelB"));
+    title_ = form::make_value(this, input ? QStringLiteral("LabelA") : QStringLiteral("LabelB"));
     QFont bold = title_->font();
     bold.setBold(true);
     title_->setFont(bold);
-    close_ = io_named(new QPushButton(QStringLiteral("X"), this),
-                      input ? QStringLiteral("Command3") : QStringLiteral("Command4"));
+    close_ = form::named(new QPushButton(QStringLiteral("X"), this),
+                         input ? QStringLiteral("Command3") : QStringLiteral("Command4"));
     close_->setFixedWidth(kIoRowHeight + kIoGap);
-    set_tip_pair(close_, "关闭，不写入/Close without writing");
-    ok_ = io_named(new QPushButton(this),
-                   input ? QStringLiteral("Command2") : QStringLiteral("Command5"));
-    set_pair(ok_, "确定/OK");
-    set_tip_pair(ok_, "写入驱动器/Write to the drive");
+    form::set_tip_pair(close_, "关闭，不写入/Close without writing");
+    ok_ = form::named(new QPushButton(this),
+                      input ? QStringLiteral("Command2") : QStringLiteral("Command5"));
+    form::set_pair(ok_, "确定/OK");
+    form::set_tip_pair(ok_, "写入驱动器/Write to the drive");
     for (QPushButton* button : {close_, ok_})
         button->setAutoDefault(true);
-    value_ = io_label(this, input ? QStringLiteral("LabelC") : QStringLiteral("LabelD"));
+    value_ = form::make_value(this, input ? QStringLiteral("LabelC") : QStringLiteral("LabelD"));
     connect(close_, &QPushButton::clicked, this, &DigitalIOChooserWidget::close);
     connect(ok_, &QPushButton::clicked, this, &DigitalIOChooserWidget::accept);
 }
@@ -81,9 +81,9 @@ QWidget* DigitalIOChooserWidget::make_boxes() {
         group->setFixedWidth(kChipWidth);
         group->setAlignment(Qt::AlignCenter);
         io_quiet(group, true);
-        auto* box =
-            io_named(new QCheckBox(list), io_name(input ? "checkboxdin" : "checkboxdout", index));
-        set_pair(box, "-");
+        auto* box = form::named(new QCheckBox(list),
+                                form::array_name(input ? "checkboxdin" : "checkboxdout", index));
+        form::set_pair(box, "-");
         box->installEventFilter(this);
         connect(box, &QCheckBox::clicked, this, [this, input, index] {
             if (input)
@@ -108,7 +108,7 @@ QWidget* DigitalIOChooserWidget::make_boxes() {
 void DigitalIOChooserWidget::lay_out() {
     auto* head = new QHBoxLayout;
     head->addWidget(title_);
-    QLabel* hint = io_label(
+    QLabel* hint = form::make_label(
         this, side_ == IoSide::kInput ? QStringLiteral("LabelE") : QStringLiteral("LabelF"),
         "只能选择同一组（号码相同）的功能/one group only (the same number)");
     io_quiet(hint, true);
@@ -131,11 +131,11 @@ void DigitalIOChooserWidget::lay_out() {
 }
 
 void DigitalIOChooserWidget::apply_language(base::Language language) {
-    apply_pairs(*this, language);
+    form::apply_pairs(*this, language);
     for (int index = 0; index < functions().count(); ++index) {
         QCheckBox* box = boxes_[static_cast<std::size_t>(index)];
         box->setText(doubled_marks(name_of(functions().at(index), language)));
-        box->setToolTip(io_tip(function_tip(functions(), index, language)));
+        box->setToolTip(form::plain_tip(function_tip(functions(), index, language)));
     }
 }
 
@@ -150,9 +150,9 @@ void DigitalIOChooserWidget::refresh() {
     }
     if (!held.open_row || side_of(*held.open_row) != side_) return;
     const std::string pin = pin_name(*held.open_row, language);
-    title_->setText(io_qt(pin));
+    title_->setText(form::qt(pin));
     const Encoded chosen = form_.chosen();
-    value_->setText(io_qt(chosen_text(chosen, language)));
+    value_->setText(form::qt(chosen_text(chosen, language)));
     const std::vector<bool>& ticks = held.ticks(side_);
     int group = -1;  // of the ticks, while they have one
     for (std::size_t i = 0; i < ticks.size() && chosen.groups == 1; ++i)

@@ -2,7 +2,6 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QIconEngine>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QVariant>
@@ -10,6 +9,7 @@
 #include <map>
 #include <memory>
 
+#include "params/drawn_icon_view.h"
 #include "params/ui_palette.h"
 
 // The pictures are in a static library, whose resources wait to be asked for. (The macro wants a
@@ -24,8 +24,6 @@ namespace {
 
 namespace palette = params::palette;
 
-constexpr const char* kTag = "Tag";
-constexpr const char* kTip = "Tip";
 constexpr qreal kFaded = 0.45;
 constexpr int kRadius = 4;
 constexpr int kEdge = 4;  // bar at the left of a notice
@@ -47,21 +45,13 @@ QSvgRenderer& renderer_of(const QString& picture) {
     return *found;
 }
 
-class IoIcon final : public QIconEngine {
+class IoIcon final : public params::DrawnIcon {
   public:
     explicit IoIcon(QString picture) : picture_(std::move(picture)) {}
 
     void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State) override {
         io_paint(*painter, picture_, place, mode == QIcon::Disabled ? kFaded : 1);
     }
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap drawn(size);
-        drawn.fill(Qt::transparent);
-        QPainter painter(&drawn);
-        paint(&painter, QRect(QPoint(), size), mode, state);
-        return drawn;
-    }
-    bool isNull() override { return false; }
     QIconEngine* clone() const override { return new IoIcon(*this); }
 
   private:
@@ -69,27 +59,6 @@ class IoIcon final : public QIconEngine {
 };
 
 }  // namespace
-
-QString io_qt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString io_half(const QString& pair, base::Language language) {
-    const qsizetype slash = pair.indexOf(QLatin1Char('/'));
-    if (slash < 0) return pair;
-    return language == base::Language::kChinese ? pair.left(slash) : pair.mid(slash + 1);
-}
-
-QString io_tip(std::string_view text) {
-    QString tip = io_qt(text);
-    if (!Qt::mightBeRichText(tip)) return tip;
-    return QStringLiteral("<qt>%1</qt>")
-        .arg(tip.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
-}
-
-QString io_name(const char* control, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(control)).arg(index);
-}
 
 QIcon io_icon(const char* name) {
     return QIcon(new IoIcon(QLatin1String(name)));
@@ -101,37 +70,6 @@ void io_paint(QPainter& painter, const QString& picture, const QRectF& place, qr
     painter.setOpacity(painter.opacity() * opacity);
     renderer_of(picture).render(&painter, place);
     painter.restore();
-}
-
-void set_pair(QWidget* control, std::string_view pair) {
-    control->setProperty(kTag, io_qt(pair));
-}
-
-void set_tip_pair(QWidget* control, std::string_view pair) {
-    control->setProperty(kTip, io_qt(pair));
-}
-
-void apply_pairs(QWidget& root, base::Language language) {
-    for (auto* control : root.findChildren<QWidget*>()) {
-        if (const QString pair = control->property(kTag).toString();
-            pair.contains(QLatin1Char('/'))) {
-            const QString text = io_half(pair, language);
-            if (auto* label = qobject_cast<QLabel*>(control)) label->setText(text);
-            if (auto* button = qobject_cast<QPushButton*>(control)) button->setText(text);
-            if (auto* frame = qobject_cast<QGroupBox*>(control)) frame->setTitle(text);
-        }
-        const QString tip = io_half(control->property(kTip).toString(), language);
-        if (tip.isEmpty()) continue;
-        control->setToolTip(tip);
-        control->setAccessibleName(tip);
-    }
-}
-
-QLabel* io_label(QWidget* parent, const QString& name, std::string_view pair) {
-    auto* label = io_named(new QLabel(parent), name);
-    label->setTextFormat(Qt::PlainText);
-    set_pair(label, pair);
-    return label;
 }
 
 void io_quiet(QWidget* control, bool quiet) {
@@ -149,7 +87,7 @@ void io_quiet(QWidget* control, bool quiet) {
 LampBox::LampBox(Look look, QWidget* parent) : QCheckBox(parent), look_(look) {
     setAttribute(Qt::WA_Hover);
     if (look == Look::kLamp) setFocusPolicy(Qt::NoFocus);
-    set_pair(this, "-");
+    form::set_pair(this, "-");
     show_state(false, false, false);
 }
 
@@ -196,7 +134,7 @@ void LampBox::paintEvent(QPaintEvent*) {
 // --- IoNotice
 
 IoNotice::IoNotice(const QString& label_name, QWidget* parent)
-    : QFrame(parent), label_(io_label(this, label_name)) {
+    : QFrame(parent), label_(form::make_value(this, label_name)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(2 * kIoGap, kIoGap / 2, kIoGap, kIoGap / 2);
     label_->setMinimumWidth(1);  // a long line is cut and does not widen the window

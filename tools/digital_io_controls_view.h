@@ -1,20 +1,10 @@
-// What the panels of the window `DigitalIO` are made of.
-//
-// A text in both languages, "Chinese/English", stands in the property "Tag" of its control, where
-// the walk through a window's texts finds it; a tool tip, which is the spoken name as well, in
-// "Tip".
+// What the panels of the window `DigitalIO` are made of, beside what all forms have.
 #pragma once
 
-#include <QCheckBox>
 #include <QFrame>
 #include <QIcon>
-#include <QLabel>
-#include <QPushButton>
-#include <QString>
-#include <string>
-#include <string_view>
 
-#include "base/language.h"
+#include "tools/form_controls_view.h"
 
 namespace servo::tools {
 
@@ -24,28 +14,9 @@ inline constexpr int kIoRowHeight = 23;  // at the usual size of the font
 // The height of a row for the font of a control: larger fonts need more.
 int io_row_height(const QWidget& control);
 
-QString io_qt(std::string_view text);
-// The half of a pair.
-QString io_half(const QString& pair, base::Language language);
-// Tool tips take markup when they look like it; names come from a file.
-QString io_tip(std::string_view text);
-// "Input 3" as a name of an array's control: "Command1(2)".
-QString io_name(const char* control, int index);
-
 QIcon io_icon(const char* name);
 void io_paint(QPainter& painter, const QString& picture, const QRectF& place, qreal opacity);
 
-void set_pair(QWidget* control, std::string_view pair);
-void set_tip_pair(QWidget* control, std::string_view pair);
-// Every pair below `root` in the language.
-void apply_pairs(QWidget& root, base::Language language);
-
-template <typename Control>
-Control* io_named(Control* control, const QString& name) {
-    control->setObjectName(name);
-    return control;
-}
-QLabel* io_label(QWidget* parent, const QString& name, std::string_view pair = "-");
 // Muted, as what is looked at second.
 void io_quiet(QWidget* control, bool quiet);
 

@@ -36,8 +36,9 @@ DigitalIOLegendWidget::DigitalIOLegendWidget(QWidget* parent) : QFrame(parent) {
     grid->setContentsMargins(2 * kIoGap, kIoGap, kIoGap, kIoGap);
     grid->setHorizontalSpacing(2 * kIoGap);
     grid->setVerticalSpacing(kIoGap / 2);
-    QLabel* head = io_label(this, QStringLiteral("LabelH"),
-                            "单击“>>”为端子选择功能/Click >> to choose the functions of a pin");
+    QLabel* head =
+        form::make_label(this, QStringLiteral("LabelH"),
+                         "单击“>>”为端子选择功能/Click >> to choose the functions of a pin");
     head->setWordWrap(true);
     QFont bold = head->font();
     bold.setBold(true);
@@ -46,12 +47,13 @@ DigitalIOLegendWidget::DigitalIOLegendWidget(QWidget* parent) : QFrame(parent) {
     grid->setRowMinimumHeight(1, kIoGap);
     int row = kFirstRow;
     for (const Entry& entry : kEntries) {
-        auto* sign = new QLabel(io_qt(entry.key), this);
+        auto* sign = new QLabel(form::qt(entry.key), this);
         if (entry.picture != nullptr)
             sign->setPixmap(io_icon(entry.picture).pixmap(kIoLampSize, kIoLampSize));
         sign->setAlignment(Qt::AlignCenter);
         io_quiet(sign, true);
-        QLabel* text = io_label(this, io_name("LabelL", row - kFirstRow), entry.text);
+        QLabel* text =
+            form::make_label(this, form::array_name("LabelL", row - kFirstRow), entry.text);
         text->setWordWrap(true);
         io_quiet(text, true);
         grid->addWidget(sign, row, 0, Qt::AlignTop);

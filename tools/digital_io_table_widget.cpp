@@ -39,11 +39,11 @@ std::string pin_pair(int row, std::string_view chinese_head, std::string_view ch
 }
 
 QPushButton* small_button(QWidget* parent, const QString& name) {
-    auto* button = io_named(new QPushButton(parent), name);
+    auto* button = form::named(new QPushButton(parent), name);
     button->setAutoDefault(true);  // Enter presses it
     button->setFixedSize(kSmallButton, io_row_height(*button) - 1);
     button->setIconSize({kIconSize, kIconSize});
-    set_pair(button, "-");
+    form::set_pair(button, "-");
     return button;
 }
 
@@ -65,7 +65,7 @@ LampBox::Look look_of(IoColumn column) {
 DigitalIOTableWidget::DigitalIOTableWidget(DigitalIO& form, IoSide side, QWidget* parent)
     : QGroupBox(parent), form_(form), side_(side) {
     setObjectName(side == IoSide::kInput ? QStringLiteral("Frame1") : QStringLiteral("Frame2"));
-    set_pair(this, frame_caption(side));
+    form::set_pair(this, frame_caption(side));
     grid_ = new QGridLayout(this);
     grid_->setContentsMargins(kIoGap, 2, kIoGap, kIoGap / 2);
     grid_->setHorizontalSpacing(kIoGap / 2);
@@ -83,30 +83,32 @@ DigitalIOTableWidget::DigitalIOTableWidget(DigitalIO& form, IoSide side, QWidget
 void DigitalIOTableWidget::make_header() {
     const bool input = side_ == IoSide::kInput;
     const char* caption = input ? "Label1" : "Label2";
-    grid_->addWidget(io_label(this, io_name(caption, 0), kNumberCaption), 0, kNumberColumn,
-                     Qt::AlignCenter);
-    grid_->addWidget(io_label(this, io_name(caption, 1), kFunctionCaption), 0, kTextColumn);
+    grid_->addWidget(form::make_label(this, form::array_name(caption, 0), kNumberCaption), 0,
+                     kNumberColumn, Qt::AlignCenter);
+    grid_->addWidget(form::make_label(this, form::array_name(caption, 1), kFunctionCaption), 0,
+                     kTextColumn);
     int column = kFirstLampColumn;
     for (const IoColumn which : kShownColumns) {
-        QLabel* label = io_label(this, io_name(caption, column - kFirstLampColumn + 2),
-                                 column_caption(side_, which));
+        QLabel* label =
+            form::make_label(this, form::array_name(caption, column - kFirstLampColumn + 2),
+                             column_caption(side_, which));
         label->setAlignment(Qt::AlignCenter);
         grid_->addWidget(label, 0, column);
         grid_->setColumnMinimumWidth(column++, kLampColumnWidth);
     }
-    clear_all_ = io_named(new QPushButton(this),
-                          input ? QStringLiteral("Command7") : QStringLiteral("Command8"));
+    clear_all_ = form::named(new QPushButton(this),
+                             input ? QStringLiteral("Command7") : QStringLiteral("Command8"));
     clear_all_->setAutoDefault(true);
     clear_all_->setFixedHeight(io_row_height(*clear_all_) - 1);
-    set_pair(clear_all_, "全部清除/Clear All");
-    set_tip_pair(clear_all_, input ? "清除所有输入的功能/Clear the functions of all inputs"
-                                   : "清除所有输出的功能/Clear the functions of all outputs");
+    form::set_pair(clear_all_, "全部清除/Clear All");
+    form::set_tip_pair(clear_all_, input ? "清除所有输入的功能/Clear the functions of all inputs"
+                                         : "清除所有输出的功能/Clear the functions of all outputs");
     grid_->addWidget(clear_all_, 1, kTextColumn, 1, 3, Qt::AlignRight);
     const int index = static_cast<int>(side_);
-    Image3_ = small_button(this, io_name("Image3", index));
-    set_tip_pair(Image3_, "整列仿真取反/Flip the whole column Simulate");
-    Image1_ = small_button(this, io_name("Image1", index));
-    set_tip_pair(Image1_, "整列电平取反/Flip the whole column Polarity");
+    Image3_ = small_button(this, form::array_name("Image3", index));
+    form::set_tip_pair(Image3_, "整列仿真取反/Flip the whole column Simulate");
+    Image1_ = small_button(this, form::array_name("Image1", index));
+    form::set_tip_pair(Image1_, "整列电平取反/Flip the whole column Polarity");
     for (QPushButton* image : {Image3_, Image1_})
         image->setIcon(io_icon("flip"));
     grid_->addWidget(Image3_, 1, kFirstLampColumn, Qt::AlignCenter);
@@ -126,22 +128,22 @@ void DigitalIOTableWidget::make_row(int pin) {
     const int row = first_row(side_) + pin;
     const int line = kHeaderLines + pin;
     Row made;
-    made.number = io_label(this, io_name("LabelN", row));
+    made.number = form::make_value(this, form::array_name("LabelN", row));
     made.number->setText(QString::number(pin + 1));
     made.number->setAlignment(Qt::AlignCenter);
-    made.Text1 = io_named(new QLineEdit(this), io_name("Text1", row));
+    made.Text1 = form::named(new QLineEdit(this), form::array_name("Text1", row));
     made.Text1->setReadOnly(true);
     // The arrows reach it; with the tabulator it would be one stop more in every row.
     made.Text1->setFocusPolicy(Qt::ClickFocus);
     made.Text1->setFixedHeight(io_row_height(*made.Text1) - 1);
-    made.Text1->setProperty("Tag", io_qt(tag_of(row)));
-    made.Command1 = small_button(this, io_name("Command1", row));
+    made.Text1->setProperty("Tag", form::qt(tag_of(row)));
+    made.Command1 = small_button(this, form::array_name("Command1", row));
     made.Command1->setText(QStringLiteral(">>"));
-    set_tip_pair(made.Command1, pin_pair(row, "选择", "的功能", "Choose the functions of "));
-    made.Command6 = small_button(this, io_name("Command6", row));
+    form::set_tip_pair(made.Command1, pin_pair(row, "选择", "的功能", "Choose the functions of "));
+    made.Command6 = small_button(this, form::array_name("Command6", row));
     made.Command6->setIcon(io_icon("clear"));
     made.Command6->setFocusPolicy(Qt::ClickFocus);
-    set_tip_pair(made.Command6, pin_pair(row, "清除", "的功能", "Clear the functions of "));
+    form::set_tip_pair(made.Command6, pin_pair(row, "清除", "的功能", "Clear the functions of "));
     grid_->addWidget(made.number, line, kNumberColumn);
     grid_->addWidget(made.Text1, line, kTextColumn);
     grid_->addWidget(made.Command1, line, kChooseColumn);
@@ -157,12 +159,13 @@ void DigitalIOTableWidget::make_boxes(Row& row, int pin) {
     int column = kFirstLampColumn;
     for (const IoColumn which : kShownColumns) {
         const auto number = static_cast<std::size_t>(which);
-        auto* box = io_named(new LampBox(look_of(which), this),
-                             io_name(("Check" + std::to_string(number)).c_str(), index));
+        auto* box =
+            form::named(new LampBox(look_of(which), this),
+                        form::array_name(("Check" + std::to_string(number)).c_str(), index));
         const std::string caption(column_caption(side_, which));
         const auto slash = caption.find('/');
-        set_tip_pair(box, pin_pair(index, "", "：" + caption.substr(0, slash),
-                                   caption.substr(slash + 1) + ", "));
+        form::set_tip_pair(box, pin_pair(index, "", "：" + caption.substr(0, slash),
+                                         caption.substr(slash + 1) + ", "));
         grid_->addWidget(box, kHeaderLines + pin, column++, Qt::AlignCenter);
         row.Check[number - 1] = box;
     }
@@ -199,13 +202,14 @@ void DigitalIOTableWidget::refresh_row(int pin, base::Language language) {
     const int index = first_row(side_) + pin;
     const Row& row = rows_[static_cast<std::size_t>(pin)];
     const IoRowState& known = held.rows[static_cast<std::size_t>(index)];
-    if (const QString names = io_qt(form_.Text1(index)); row.Text1->text() != names) {
+    if (const QString names = form::qt(form_.Text1(index)); row.Text1->text() != names) {
         row.Text1->setText(names);
         row.Text1->setCursorPosition(0);
     }
-    if (const QString tip = io_tip(row_tip(held, index, language)); row.Text1->toolTip() != tip)
+    if (const QString tip = form::plain_tip(row_tip(held, index, language));
+        row.Text1->toolTip() != tip)
         row.Text1->setToolTip(tip);
-    row.Text1->setAccessibleName(io_qt(pin_name(index, language)));
+    row.Text1->setAccessibleName(form::qt(pin_name(index, language)));
     row.Text1->setPlaceholderText(known.seen ? QString() : QStringLiteral("…"));
     io_quiet(row.Text1, known.waiting || !known.fresh);
     for (const IoColumn which : kIoColumns) {
@@ -229,8 +233,8 @@ void DigitalIOTableWidget::refresh_row(int pin, base::Language language) {
 }
 
 void DigitalIOTableWidget::apply_language(base::Language language) {
-    apply_pairs(*this, language);
-    setTitle(io_half(property("Tag").toString(), language));
+    form::apply_pairs(*this, language);
+    setTitle(form::half_of(property("Tag").toString(), language));
 }
 
 // --- The keyboard

@@ -22,7 +22,7 @@ DigitalIOWindow::DigitalIOWindow(DigitalIO& form, const dictionary::Variant& Tav
                                  QWidget* parent)
     : QWidget(parent), form_(form), variant_(Tavro_Nevra_Other_mode) {
     setObjectName(QStringLiteral("DigitalIO"));
-    setProperty("Tag", io_qt(kDigitalIOCaption));
+    setProperty("Tag", form::qt(kDigitalIOCaption));
     make_notices();
     make_tables();
     lay_out();
@@ -47,10 +47,10 @@ DigitalIOWindow::~DigitalIOWindow() {
 
 void DigitalIOWindow::make_notices() {
     simulated_ = new IoNotice(QStringLiteral("LabelS"), this);
-    auto* end = io_named(new QPushButton(simulated_), QStringLiteral("CommandE"));
+    auto* end = form::named(new QPushButton(simulated_), QStringLiteral("CommandE"));
     end->setAutoDefault(true);
-    set_pair(end, "结束仿真/End Simulation");
-    set_tip_pair(end, "取消所有输入和输出的仿真/Force no input and no output any more");
+    form::set_pair(end, "结束仿真/End Simulation");
+    form::set_tip_pair(end, "取消所有输入和输出的仿真/Force no input and no output any more");
     connect(end, &QPushButton::clicked, this, [this] { form_.end_simulation(); });
     simulated_->add(end);
     warning_ = new IoNotice(QStringLiteral("LabelW"), this);
@@ -71,7 +71,7 @@ void DigitalIOWindow::make_tables() {
     side_->addWidget(new DigitalIOLegendWidget(side_));
     side_->addWidget(Picture1_);
     side_->addWidget(Picture2_);
-    age_ = io_label(this, QStringLiteral("LabelT"));
+    age_ = form::make_value(this, QStringLiteral("LabelT"));
 }
 
 void DigitalIOWindow::lay_out() {
@@ -151,12 +151,12 @@ void DigitalIOWindow::refresh_now() {
 void DigitalIOWindow::refresh_notices() {
     const base::Language language = form_.language();
     const DigitalIOData& held = form_.data();
-    const QString simulated = io_qt(simulated_text(held, language));
-    simulated_->show_text(simulated, io_tip(simulated.toStdString()));
+    const QString simulated = form::qt(simulated_text(held, language));
+    simulated_->show_text(simulated, form::plain_tip(simulated.toStdString()));
     const auto warnings = warnings_of(held, language);
-    warning_->show_text(io_qt(warning_line(warnings)), io_tip(warning_tip(warnings)));
+    warning_->show_text(form::qt(warning_line(warnings)), form::plain_tip(warning_tip(warnings)));
     const auto age = form_.age();
-    age_->setText(io_qt(age_text(held, age, language)));
+    age_->setText(form::qt(age_text(held, age, language)));
     io_quiet(age_, !states_old(held, age));
 }
 
@@ -167,8 +167,8 @@ void DigitalIOWindow::changeEvent(QEvent* event) {
 
 void DigitalIOWindow::apply_language() {
     const base::Language language = form_.language();
-    setWindowTitle(io_half(property("Tag").toString(), language));
-    apply_pairs(*this, language);
+    setWindowTitle(form::half_of(property("Tag").toString(), language));
+    form::apply_pairs(*this, language);
     inputs_->apply_language(language);
     outputs_->apply_language(language);
     Picture1_->apply_language(language);
