@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -89,12 +90,12 @@ void JournalWindow::make_controls() {
              },
          .columns = WriteJournal::kColumns},
         {{.sample = QStringLiteral("00:00:00"), .share = 0},
-         {.sample = {}, .share = 4},
+         {.sample = {}, .share = 5},
          {.sample = QStringLiteral("DDDDDD"), .share = 0},
          {.sample = {}, .share = 6},
          {.sample = QStringLiteral("-2147483648"), .share = 0},
          {.sample = QStringLiteral("-2147483648"), .share = 0},
-         {.sample = {}, .share = 5}},
+         {.sample = {}, .share = 6}},
         "MSHFlexGrid1", this);
     note_ = make_text(this, QStringLiteral("Label2"));
     back_selected_ = make_command(this, QStringLiteral("Command1"), "写回所选/Write Back Selected");
@@ -269,6 +270,14 @@ void JournalWindow::apply_language() {
     filter_->setPlaceholderText(qt(kFilter.in(language)));
     if (restore_.running() || !restore_.note().empty()) show_text(note_, restore_.note());
     refresh_now();
+}
+
+// Esc shows every row again.
+void JournalWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && !filter_->text().isEmpty())
+        filter_->clear();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void JournalWindow::showEvent(QShowEvent* event) {

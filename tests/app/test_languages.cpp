@@ -107,6 +107,7 @@ std::vector<QString> window_names(ShownShell& shell) {
     for (const auto* window : shell.workstation.engine.all_windows)
         if (shell.form.window_widget(to_qt(window->name())) != nullptr)
             names.push_back(to_qt(window->name()));
+    names.push_back(QLatin1String(kJournalWindow));
     return names;
 }
 

@@ -121,6 +121,8 @@ TEST_F(JournalWindowTest, TheFilterLeavesWhatMatches) {
     filter("nowhere");
     EXPECT_EQ(rows(), 0);
     EXPECT_FALSE(enabled("Command2"));
+    QTest::keyClick(&control<QLineEdit>("Text1"), Qt::Key_Escape);
+    EXPECT_EQ(rows(), 2);
 }
 
 TEST_F(JournalWindowTest, TheSelectedLineIsWrittenBack) {
