@@ -33,8 +33,8 @@ QSize PathLabel::minimumSizeHint() const {
 void PathLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
+    painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), cut_, width()));
 }
 
 QPushButton* configuration_command(QWidget* parent, const char* name, std::string_view pair,
@@ -48,7 +48,8 @@ QPushButton* configuration_command(QWidget* parent, const char* name, std::strin
 }
 
 QLabel* configuration_label(QWidget* parent, const char* name) {
-    QLabel* label = form::make_value(parent, QLatin1String(name));
+    auto* label = new PathLabel(name, parent);
+    label->cut_at(Qt::ElideRight);
     label->setMinimumWidth(1);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     return label;

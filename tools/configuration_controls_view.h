@@ -12,8 +12,8 @@
 
 namespace servo::tools {
 
-// One line that gives way: what does not fit is cut in the middle, as suits a path, and stands in
-// its tip.
+// One line that gives way: what does not fit is cut, in the middle as suits a path unless told
+// otherwise, and stands in its tip.
 class PathLabel final : public QLabel {
     Q_OBJECT
 
@@ -21,11 +21,15 @@ class PathLabel final : public QLabel {
     PathLabel(const char* name, QWidget* parent);
 
     void show_text(std::string_view text);
+    void cut_at(Qt::TextElideMode place) { cut_ = place; }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    Qt::TextElideMode cut_ = Qt::ElideMiddle;
 };
 
 // `pair`: "中文/English"; the tip likewise, and the spoken name.

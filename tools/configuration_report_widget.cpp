@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "tools/configuration_controls_view.h"
 #include "tools/configuration_grid_view.h"
@@ -36,9 +37,9 @@ ConfigurationReportWidget::ConfigurationReportWidget(ImExport& form, QWidget* pa
          .warns = [this, at](int row) { return report_.rows[at(row)].warns; },
          .columns = static_cast<int>(kReportColumns)},
         {{.sample = QStringLiteral("DDDDDDDD"), .share = 0},
-         {.sample = {}, .share = 5},
-         {.sample = {}, .share = 3},
-         {.sample = {}, .share = 3},
+         {.sample = {}, .share = 4},
+         {.sample = {}, .share = 2},
+         {.sample = {}, .share = 2},
          {.sample = {}, .share = 6}},
         "MSHFlexGridC", this);
     lay_out();
@@ -68,7 +69,12 @@ void ConfigurationReportWidget::refresh() {
     grid_->set_note(form_.language() == base::Language::kChinese
                         ? QStringLiteral("没有可列出的行")
                         : QStringLiteral("There is nothing to list"));
+    // A comparison has nothing to remark.
+    constexpr int kRemark = static_cast<int>(kReportColumns) - 1;
+    const bool remarks = std::ranges::any_of(
+        report_.rows, [](const auto& row) { return !row.cells.back().empty(); });
     grid_->refresh();
+    grid_->show_column(kRemark, remarks);
 }
 
 }  // namespace servo::tools

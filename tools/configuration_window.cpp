@@ -78,6 +78,7 @@ void ConfigurationWindow::refresh_report() {
     if (wanted == !report_->isHidden()) return;
     const bool had_focus = report_->isAncestorOf(focusWidget());
     report_->setVisible(wanted);
+    halves_->refresh();  // or the table would have its room a moment later than its text
     if (!wanted && had_focus) SSTab1_->setFocus();
 }
 

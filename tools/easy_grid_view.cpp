@@ -38,6 +38,7 @@ EasyGrid::EasyGrid(QWidget* parent) : RowTable(parent) {
     setShowGrid(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->resizeSection(0, kPinWidth);

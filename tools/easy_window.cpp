@@ -17,6 +17,7 @@ using namespace form;
 namespace {
 
 constexpr int kFieldWidth = 180;
+constexpr int kWidest = 960;  // beyond it the two columns would only drift apart
 
 }  // namespace
 
@@ -79,20 +80,30 @@ void EasyWindow::lay_out() {
     QLabel* note = make_text(this, QStringLiteral("LabelQ"), easy::note());
     set_weight(note, Weight::kQuiet);
     auto* content = new QWidget;
-    QWidget* motor = make_motor(content);
-    Frame1_ = new EasyControlWidget(content);
-    Frame5_ = new EasyApplicationWidget(content);
-    QWidget* pins = make_pins(content);
+    auto* form = new QWidget(content);
+    form->setMaximumWidth(kWidest);
+    QWidget* motor = make_motor(form);
+    Frame1_ = new EasyControlWidget(form);
+    Frame5_ = new EasyApplicationWidget(form);
+    QWidget* pins = make_pins(form);
     auto* left = new QVBoxLayout;
     left->setSpacing(kGap);
     left->addWidget(motor);
     left->addWidget(Frame1_, 1);
     left->addWidget(Frame5_);
-    auto* columns = new QHBoxLayout(content);
+    auto* columns = new QHBoxLayout(form);
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(2 * kGap);
     columns->addLayout(left, 1);
     columns->addWidget(pins);
+    auto* row = new QHBoxLayout;
+    row->addWidget(form, 1);
+    row->addStretch(0);
+    auto* page = new QVBoxLayout(content);
+    page->setContentsMargins(0, 0, 0, 0);
+    page->setSpacing(0);
+    page->addLayout(row);
+    page->addStretch(1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
     layout->setSpacing(kGap);

@@ -24,7 +24,7 @@ using namespace std::chrono_literals;
 using servo::test::FakeDrive;
 
 inline RawRecord record(std::string index, std::string sub, std::string type, std::string attr,
-                        std::string zh, std::string en, std::string formula = "[DEC]N*1") {
+                        const std::string& zh, std::string en, std::string formula = "[DEC]N*1") {
     RawRecord made;
     made.index = std::move(index);
     made.sub = std::move(sub);
@@ -79,7 +79,7 @@ struct ConfigurationForm : servo::test::VirtualBench {
                        -> std::optional<std::filesystem::path> {
                        questions.push_back(question);
                        if (answers.empty()) return std::nullopt;
-                       const auto answer = answers.front();
+                       auto answer = answers.front();
                        answers.pop_front();
                        return answer;
                    }}};

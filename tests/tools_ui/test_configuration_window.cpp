@@ -2,11 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTimer>
+#include <ctime>
 
 #include "configuration_window_bench.h"
 
@@ -212,22 +212,23 @@ TEST_F(ConfigurationWindowTest, AWheelTurnIsTheUsersScrolling) {
     EXPECT_EQ(grid("MSHFlexGridA").verticalScrollBar()->value(), at);
 }
 
-// What a job costs the window: far less than the 12 ms that a row takes on the line.
+// What a job costs the window: far less than the 12 ms that a row takes on the line. The
+// processor's time, since others may use the machine.
 TEST_F(ConfigurationWindowTest, ARowOf600IsRepaintedInLessThanItsTimeOnTheLine) {
     add_600(false);
     choose(put("a.cdi", file_of_600()));
     click("Command1");
     click("Command2");
-    QElapsedTimer watch;
-    watch.start();
+    const std::clock_t begin = std::clock();
     int row = 0;
     while (form.running() && row < 600) {
         run_until([&] { return engine.state.batch_row > row || !form.running(); });
         row = engine.state.batch_row;
         QApplication::processEvents();
     }
-    EXPECT_LT(watch.elapsed() / 600.0, 12.0);
-    RecordProperty("ms_per_row", std::to_string(static_cast<double>(watch.elapsed()) / 600.0));
+    const double ms = 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC / 600;
+    EXPECT_LT(ms, 12.0);
+    RecordProperty("ms_per_row", std::to_string(ms));
 }
 
 TEST_F(ConfigurationWindowTest, ADryRunOpensItsTableBelowTheTabs) {
@@ -255,12 +256,21 @@ TEST_F(ConfigurationWindowTest, ADryRunOpensItsTableBelowTheTabs) {
     EXPECT_FALSE(control("MSHFlexGridC").isVisible());
 }
 
+TEST_F(ConfigurationWindowTest, TheTableHasItsRoomAsSoonAsItsText) {
+    load("60600008,1,True\n");
+    form.show_failures(ConfigurationSide::kWrite);
+    EXPECT_EQ(text("LabelC"), "Failed rows: values.cdi");
+    EXPECT_GE(grid("MSHFlexGridC").height(), 90);
+    EXPECT_LE(control("SSTab1").height() + grid("MSHFlexGridC").height(), window.height());
+}
+
 TEST_F(ConfigurationWindowTest, EscPutsTheTableAwayAndSaveKeepsIt) {
     choose(put("a.cdi", "60600008,1,True\n"));
     choose(put("b.cdi", "60600008,3,True\n"));
     click("Command1");
     click("CommandD");
     EXPECT_EQ(text("LabelC"), "Comparison: a.cdi / b.cdi");
+    EXPECT_EQ(grid("MSHFlexGridC").columnWidth(4), 0) << "there is nothing to remark";
     choose(folder / "kept.txt");
     click("CommandI");
     EXPECT_NE(folder.get("kept.txt").find("60600008\tModes of operation\t1\t3"), std::string::npos);
@@ -363,6 +373,21 @@ TEST_F(ConfigurationWindowTest, ASideComesToTheFront) {
     EXPECT_TRUE(control("Command2").isVisible());
 }
 
+TEST_F(ConfigurationWindowTest, TheTabKeyGoesThroughTheCommandsInTheirOrderAndThenTheGrid) {
+    choose(put("a.cdi", "60600008,1,True\n"));
+    click("Command1");
+    window.activateWindow();
+    control("Command1").setFocus();
+    std::vector<std::string> passed{"Command1"};
+    for (int step = 0; step < 12 && passed.back() != "MSHFlexGridA"; ++step) {
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        passed.push_back(window.focusWidget()->objectName().toStdString());
+    }
+    EXPECT_EQ(passed,
+              (std::vector<std::string>{"Command1", "CommandB", "CommandC", "CommandD", "Command2",
+                                        "Command3", "Command4", "MSHFlexGridA"}));
+}
+
 TEST_F(ConfigurationWindowTest, FitsASmallDeskAndUsesALargeOne) {
     window.resize(640, 420);
     EXPECT_LE(window.minimumSizeHint().width(), 640);
@@ -420,6 +445,19 @@ TEST_F(ConfigurationWindowTest, Pictures) {
     click("CommandE");
     window.resize(800, 520);
     keep_picture("small");
+    click("CommandJ");
+    choose(put("a-name-that-somebody-has-made-rather-too-long-for-any-line.cdi",
+               "60600008,1,True\n60860010,0,False\n60860010,0\n60860010,0,True\n"));
+    click("Command1");
+    keep_picture("broken-en");
+    speak(Language::kChinese);
+    keep_picture("broken-zh");
+    click("Command3");
+    keep_picture("stored-zh");
+    tick_timer();
+    choose(put("other.cdi", "60600008,3,True\n60810020,5,True\n"));
+    click("CommandD");
+    keep_picture("compared-zh");
 }
 
 }  // namespace

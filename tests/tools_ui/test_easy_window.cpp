@@ -261,6 +261,33 @@ TEST_F(EasyWindowTest, FitsAndCutsNothing) {
     }
 }
 
+TEST_F(EasyWindowTest, TheTabKeyGoesThroughThePageInItsOrder) {
+    control<>("Text1").setFocus();
+    std::vector<std::string> passed{focus()};
+    for (int step = 0; step < 40 && passed.back() != "Command1"; ++step) {
+        QTest::keyClick(view.focusWidget(), Qt::Key_Tab);
+        passed.push_back(focus());
+    }
+    EXPECT_EQ(passed, (std::vector<std::string>{"Text1", "Combo1", "Text2", "Text3", "Combo2",
+                                                "Check1", "Option8", "Option3", "Check3", "Check2",
+                                                "MSHFlexGrid1", "Command1"}));
+}
+
+TEST_F(EasyWindowTest, OnALargeDeskThePageStaysTogether) {
+    view.resize(1560, 800);
+    QApplication::processEvents();
+    keep_picture("easy_large");
+    const auto right_of = [this](const char* name) {
+        const QWidget& each = control<>(name);
+        return each.mapTo(&view, QPoint(each.width(), 0)).x();
+    };
+    EXPECT_LT(right_of("Command1"), 1000);
+    const QWidget& grid = control<>("MSHFlexGrid1");
+    EXPECT_EQ(grid.height(), grid.sizeHint().height()) << "no empty strip below the last pin";
+    const QWidget& button = control<>("Command1");
+    EXPECT_LT(button.mapTo(&view, QPoint()).y(), 560) << "nor a button far below the page";
+}
+
 TEST_F(EasyWindowTest, WhatDoesNotFitInHeightCanBeScrolled) {
     view.resize(view.sizeHint().width(), 420);
     QApplication::processEvents();
