@@ -1,5 +1,6 @@
 #include "app/shell_tool_windows.h"
 
+#include "app/file_dialogs.h"
 #include "app/style.h"
 #include "app/user_dialogs.h"
 #include "app/window_adder.h"
@@ -22,15 +23,7 @@ using Kind = WindowAdder::Kind;
 constexpr bool kRoomy = true;
 
 void add_tuner(WindowAdder& adder, Workstation& workstation, UserDialogs& dialogs) {
-    const auto ask = [&dialogs](FileRequest::Kind kind, const tuner::FileQuestion& question) {
-        return dialogs.ask_file(
-            {kind, question.title, question.filter, question.suffix, question.name});
-    };
-    const tuner::TunerDialogs given{
-        .ask_save = [ask](const auto& question) { return ask(FileRequest::Kind::kSave, question); },
-        .ask_open = [ask](const auto& question) { return ask(FileRequest::Kind::kOpen, question); },
-        .tell = [&dialogs](std::string_view title,
-                           std::string_view text) { dialogs.show(title, text); }};
+    const base::FileDialogs given = file_dialogs(dialogs);
     adder.add(
         "ADVtunner",
         [&workstation, given] { return new tuner::TunerWindow(workstation.tools.tuner, given); },

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "params/ui_palette.h"
+#include "tuner/tuner_palette.h"
 
 namespace servo::tuner {
 
@@ -16,6 +17,15 @@ constexpr QSize kWanted{760, 460};
 constexpr QSize kLeast{360, 220};
 constexpr int kFewPixels = 1;
 constexpr int kManyPixels = 10;
+constexpr int kHintPadding = 6;
+
+// On a ground of its own: the lines of the grid would strike it out.
+void paint_hint(QPainter& painter, const QRect& place, const QString& hint) {
+    const QRect text = painter.fontMetrics().boundingRect(place, Qt::AlignCenter, hint);
+    painter.fillRect(text.adjusted(-kHintPadding, 0, kHintPadding, 0), QColor(palette::kPicture));
+    painter.setPen(QColor(params::palette::kMutedText));
+    painter.drawText(place, Qt::AlignCenter, hint);
+}
 
 }  // namespace
 
@@ -67,10 +77,8 @@ void PictureWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawImage(QPointF(0, 0), image_.image(size(), devicePixelRatioF()));
     Q_EMIT drawn();
-    if (image_.scene().curves.empty() && !data_.analysed) {
-        painter.setPen(QColor(params::palette::kMutedText));
-        painter.drawText(rect().adjusted(0, 0, 0, -height() / 2), Qt::AlignCenter, hint_);
-    }
+    if (image_.scene().curves.empty() && !data_.analysed)
+        paint_hint(painter, rect().adjusted(0, 0, 0, -height() / 2), hint_);
     paint_overlay(painter, image_.scene(), {}, overlay_, font());
     if (!hasFocus()) return;
     painter.setPen(QColor(params::palette::kAccent));
