@@ -26,8 +26,10 @@ constexpr base::Text kForgotten{"，更早的 {} 次已不保留", ", older ones
 constexpr base::Text kEmpty{"本次运行还没有向驱动器写入任何数值",
                             "This run has written nothing to the drive yet"};
 constexpr base::Text kNoneFound{"没有写入符合过滤条件", "No write matches the filter"};
-constexpr base::Text kFilter{"过滤：时间、窗口、对象、名称、数值或结果",
-                             "Filter: time, window, object, name, value or result"};
+constexpr base::Text kFilter{"过滤", "Filter"};
+constexpr base::Text kFilterTip{"时间、窗口、对象、名称、数值或结果中含有此文字的行",
+                                "Rows with this text in a time, window, object, name, value or "
+                                "result"};
 constexpr base::Text kNothingToRestore{"没有可以写回的数值：原值未知，或者已经恢复",
                                        "Nothing to write back: the value before is not known, or "
                                        "the drive has it again"};
@@ -103,7 +105,7 @@ void JournalWindow::make_controls() {
     copy_ = make_command(this, QStringLiteral("Command3"), "复制/Copy");
     save_ = make_command(this, QStringLiteral("Command4"), "存为cdi文件.../Save as cdi...");
     clear_ = make_command(this, QStringLiteral("Command5"), "清空/Clear");
-    tips_.add(filter_, kFilter);
+    tips_.add(filter_, kFilter, kFilterTip);
     tips_.add(back_selected_, {"把所选各行的原值写回驱动器",
                                "Writes the values before the selected writes to the drive"});
     tips_.add(back_all_, {"把显示的所有对象恢复到本次运行之前的值",
