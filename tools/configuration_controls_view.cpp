@@ -23,11 +23,11 @@ void PathLabel::show_text(std::string_view text) {
 }
 
 QSize PathLabel::sizeHint() const {
-    return {200, QLabel::sizeHint().height()};
+    return {200, minimumSizeHint().height()};
 }
 
 QSize PathLabel::minimumSizeHint() const {
-    return {60, QLabel::minimumSizeHint().height()};
+    return {60, fontMetrics().height() + 2};  // with a text or without
 }
 
 void PathLabel::paintEvent(QPaintEvent*) {
