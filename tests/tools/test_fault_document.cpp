@@ -21,7 +21,6 @@
 namespace servo::data {
 namespace {
 
-using base::Language;
 using dictionary::Variant;
 
 std::uint32_t number_at(const std::string& bytes, std::size_t place, int count) {
