@@ -2,7 +2,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -13,6 +12,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 

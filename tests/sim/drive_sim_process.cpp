@@ -2,13 +2,13 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 
@@ -61,6 +61,7 @@ void DriveSim::start(std::vector<std::string> arguments) {
     ASSERT_EQ(pipe2(in.data(), O_CLOEXEC), 0);
     ASSERT_EQ(pipe2(out.data(), O_CLOEXEC), 0);
     std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
         argv.push_back(argument.data());
     argv.push_back(nullptr);
