@@ -101,6 +101,34 @@ TEST(ServoctlProcess, MissingDictionaryIsFour) {
     EXPECT_EQ(run({"--data", "/no/such/folder", "--sim", "read", "606300"}).status, 4);
 }
 
+// Through a shell, which directs the output elsewhere.
+Result run_in_shell(const std::string& line) {
+    Process process({"/bin/sh", "-c", program("servoctl") + " " + line});
+    process.close_input();
+    const int status = process.wait();
+    return {status, process.out(), process.err()};
+}
+
+TEST(ServoctlProcess, ResultsThatCannotBeWrittenAreFour) {
+    const std::string lost = "servoctl: standard output can't be written\n";
+    const Result found = run_in_shell("dict find velocity > /dev/full");
+    EXPECT_EQ(found.status, 4);
+    EXPECT_EQ(found.err, lost);
+    EXPECT_EQ(run_in_shell("--help > /dev/full").status, 4);
+    const RunningDrive drive;
+    const Result watched =
+        run_in_shell("--port " + drive.line() + " watch 606300 --every 0 > /dev/full");
+    EXPECT_EQ(watched.status, 4) << "it ends by itself";
+    EXPECT_EQ(watched.err, lost);
+}
+
+TEST(ServoctlProcess, AClosedOutputIsNotTheDrivesLine) {
+    RunningDrive drive({"--print-frames"});
+    const Result read = run_in_shell("--port " + drive.line() + " read 606300 606000 >&- 0<&-");
+    EXPECT_EQ(read.status, 4);
+    EXPECT_EQ(read.err, "servoctl: standard output can't be written\n");
+}
+
 TEST(ServoctlProcess, UnpluggedLineEndsAWatchWithThree) {
     RunningDrive drive;
     Process watch(
