@@ -10,7 +10,10 @@
 namespace servo::cli {
 namespace {
 
+constexpr double kMinTimeout = 0.001;   // seconds
 constexpr double kMaxTimeout = 3600.0;  // seconds
+constexpr std::int64_t kMostRounds = 1'000'000'000;
+constexpr std::int64_t kLongestPause = 3'600'000;  // milliseconds
 constexpr std::size_t kMaxChannels = 4;
 constexpr int kDefaultOffset = 250;
 
@@ -76,6 +79,14 @@ std::string check_baud(std::string& text) {
            fmt::format("{}", fmt::join(kRates, ", "));
 }
 
+// Written out, since "nan" lies outside of no range.
+std::string check_timeout(std::string& text) {
+    double seconds = 0.0;
+    const bool number = CLI::detail::lexical_cast(text, seconds);
+    if (number && seconds >= kMinTimeout && seconds <= kMaxTimeout) return {};
+    return fmt::format("{} is no time from {} to {} s", text, kMinTimeout, kMaxTimeout);
+}
+
 void add_global_options(CLI::App& app, Raw& raw) {
     auto* port = app.add_option("--port", raw.options.port,
                                 "Serial device of the drive; without it, the one used last")
@@ -101,7 +112,7 @@ void add_global_options(CLI::App& app, Raw& raw) {
     app.add_option("--timeout", raw.timeout, "How long to wait for each answer of the drive")
         ->capture_default_str()
         ->type_name("S")
-        ->check(CLI::Range(0.001, kMaxTimeout).description(""));
+        ->check(CLI::Validator(check_timeout, ""));
 }
 
 void describe_key(CLI::Option& option) {
@@ -279,11 +290,11 @@ void add_commands(CLI::App& app, Raw& raw) {
     add_unit(*watch, raw);
     watch->add_option("--count", raw.options.count, "Rounds; without it, until Ctrl-C")
         ->type_name("N")
-        ->check(CLI::PositiveNumber.description(""));
+        ->check(CLI::Range(std::int64_t{1}, kMostRounds).description(""));
     watch->add_option("--every", raw.every, "Milliseconds from round to round")
         ->capture_default_str()
         ->type_name("MS")
-        ->check(CLI::NonNegativeNumber.description(""));
+        ->check(CLI::Range(std::int64_t{0}, kLongestPause).description(""));
 
     add_record(app, raw);
     add_flash(app, raw);

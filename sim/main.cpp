@@ -44,6 +44,13 @@ std::filesystem::path own_folder() {
     return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
 }
 
+// Written out, since "nan" lies outside of no range. Gives what is wrong.
+std::string is_speed(const std::string& text) {
+    double speed = 0.0;
+    if (CLI::detail::lexical_cast(text, speed) && speed >= 0.001 && speed <= 1000.0) return {};
+    return text + " is no speed from 0.001 to 1000";
+}
+
 // One word of the header line of an image, and no command of the bootloader. Gives what is wrong.
 std::string is_type_word(const std::string& word) {
     for (const char* command : {"hi", "e", "w", "go"}) {
@@ -89,7 +96,7 @@ void describe(CLI::App& app, CommandLine& line) {
         ->type_name("LEVELS");
     app.add_option("--seed", line.drive.seed, "Of faults and noise")->type_name("N");
     app.add_option("--speed", line.host.speed, "Seconds of the drive for each second")
-        ->check(CLI::Range(0.001, 1000.0))
+        ->check(CLI::Validator(is_speed, ""))
         ->type_name("X");
     app.add_option("--turnaround", line.turnaround, "Microseconds from a request to its execution")
         ->check(CLI::Range(0L, 1'000'000L))

@@ -140,8 +140,11 @@ TEST(Options, WrongUseEndsWithTwo) {
         {"--lang", "de", "ports"},
         {"--timeout", "0", "ports"},
         {"--timeout", "x", "ports"},
+        {"--timeout", "nan", "ports"},
+        {"--timeout", "inf", "ports"},
         {"watch", "606300", "--count", "0"},
         {"watch", "606300", "--every", "-1"},
+        {"watch", "606300", "--every", "3600001"},
         {"ports", "ports"},
         {"record", "out.scope"},
         {"record", "--objects", "606300"},
@@ -168,6 +171,14 @@ TEST(Options, WrongUseEndsWithTwo) {
         EXPECT_TRUE(end.out.empty());
         EXPECT_TRUE(end.err.starts_with("servoctl: ")) << end.err;
     }
+}
+
+TEST(Options, ALimitIsToldAsANumberThatCanBeRead) {
+    EXPECT_EQ(ended({"--timeout", "nan", "ports"}).err,
+              "servoctl: --timeout: nan is no time from 0.001 to 3600 s\n"
+              "servoctl --help tells the use.\n");
+    for (const char* option : {"--count", "--every"})
+        EXPECT_LT(ended({"watch", "606300", option, "-1"}).err.size(), 120U);
 }
 
 TEST(Options, WrongKeyIsNamed) {

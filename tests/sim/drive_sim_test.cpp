@@ -198,6 +198,8 @@ TEST_F(DriveSim, WrongUseIsRefused) {
     EXPECT_EQ(exit_status(data + "--id 256"), 2);
     EXPECT_EQ(exit_status(data + "--what"), 2);
     EXPECT_EQ(exit_status(data + "--din 101"), 2);
+    for (const char* speed : {"nan", "inf", "0", "-1", "1e300"})
+        EXPECT_EQ(exit_status(data + "--speed " + speed), 2) << speed;
     EXPECT_EQ(exit_status(data + "--fault boot-silent:all"), 2);
     for (const char* type : {"'A B'", "''", "go", "SEVENTEENLETTERSX"}) {
         EXPECT_EQ(exit_status(data + "--type " + type), 2) << type;
