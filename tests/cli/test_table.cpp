@@ -157,6 +157,18 @@ TEST(Table, AFileWithoutARowIsRefusedBeforeTheLinkIsOpened) {
     EXPECT_EQ(machine.opened, 0);
 }
 
+TEST(Table, AFileOfWhichMostLinesAreNoRowsIsRefused) {
+    TableMachine machine;
+    const std::string ramps = "\r\n0,100.00,100.00\r\n1,90.00,90.00\r\n";
+    machine.bench.folder.put("table.pft", ramps + "a\r\nb,c\r\n");
+    EXPECT_EQ(machine.run({"table", "write", machine.file()}), 4);
+    EXPECT_TRUE(machine.told("holds no position table")) << machine.err;
+    EXPECT_EQ(machine.opened, 0);
+    machine.bench.folder.put("table.pft", ramps + "# ramps of axis 3\r\n");
+    EXPECT_EQ(machine.run({"table", "write", machine.file()}), 0) << machine.err;
+    EXPECT_TRUE(machine.told("1 lines of the file are skipped")) << machine.err;
+}
+
 TEST(Table, WithoutTheListOfObjectsNothingBegins) {
     TableMachine machine;
     machine.bench.folder.put("sys/PosFlow.cdo", "31000120\n");
