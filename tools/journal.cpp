@@ -34,6 +34,13 @@ std::uint32_t data_of(const link::Payload& payload) {
            static_cast<std::uint32_t>(payload[7]) << 24;
 }
 
+// Behind these the drive holds other values than it has told: the stored ones, or its factory's.
+bool changes_values(link::Identity object, std::uint32_t bits) {
+    if (object == dictionary::identity_of(kRestartKey)) return true;
+    return object == dictionary::identity_of(kControlParametersKey) &&
+           bits == static_cast<std::uint32_t>(kResetParameters);
+}
+
 }  // namespace
 
 bool is_command(link::Identity object) {
@@ -72,6 +79,11 @@ const JournalEntry* WriteJournal::last_of(link::Identity object) const {
     return found == entries_.rend() ? nullptr : &*found;
 }
 
+std::optional<std::uint32_t> WriteJournal::known(link::Identity object) const {
+    const auto found = known_.find(object);
+    return found == known_.end() ? std::nullopt : std::optional(found->second);
+}
+
 // Inside a tick it is a job that writes, whatever window its user looks at.
 std::string WriteJournal::window_now() const {
     const link::EngineState& state = services_.engine.state;
@@ -86,9 +98,12 @@ std::string WriteJournal::window_now() const {
 
 void WriteJournal::sent(const link::Payload& payload) {
     const std::uint32_t size = size_of_write(payload[0]);
-    if (size == 0 || services_.engine.state.download_active == 1) return;
-    const auto object = static_cast<link::WireKey>(link::reply_key(payload));
-    written(object << 8 | size, data_of(payload) & mask_of(size));
+    if (size == 0) return;
+    const link::Identity object = link::reply_key(payload);
+    const std::uint32_t bits = data_of(payload) & mask_of(size);
+    if (services_.engine.state.download_active != 1)
+        written(static_cast<link::WireKey>(object) << 8 | size, bits);
+    if (changes_values(object, bits)) known_.clear();
 }
 
 void WriteJournal::written(link::WireKey key, std::uint32_t bits) {
@@ -110,14 +125,11 @@ void WriteJournal::written(link::WireKey key, std::uint32_t bits) {
     entry.window = std::move(window);
     entry.key = key;
     entry.value = bits;
-    if (const auto found = known_.find(entry.object()); found != known_.end())
-        entry.before = found->second;
+    entry.before = known(entry.object());
     if (entries_.size() > kMost) {
         entries_.pop_front();
         ++forgotten_;
     }
-    // After a restart the drive has its stored values again.
-    if (key == kRestartKey) known_.clear();
     tell();
 }
 
@@ -135,7 +147,7 @@ void WriteJournal::heard(const link::Payload& payload) {
         entry->abort_code = data_of(payload);
     } else {
         entry->state = JournalEntry::State::kTaken;
-        known_[object] = entry->value;
+        if (!changes_values(object, entry->value)) known_[object] = entry->value;
     }
     tell();
 }

@@ -89,6 +89,9 @@ class WriteJournal final : private LineTap, private link::StatusListener {
     // The newest entry of an object; null when there is none.
     const JournalEntry* last_of(link::Identity object) const;
 
+    // What the drive was last heard to hold; nothing once that may have become another value.
+    std::optional<std::uint32_t> known(link::Identity object) const;
+
     // Positions of the entries with the text in one of their cells, without regard to the case of
     // letters; all of them for an empty one.
     std::vector<std::size_t> find(std::string_view text) const;

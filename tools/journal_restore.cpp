@@ -31,7 +31,8 @@ std::vector<JournalEntry> JournalRestore::plan(const std::vector<std::size_t>& c
     std::erase_if(first, [this](const JournalEntry& entry) {
         if (!entry.before) return true;
         const JournalEntry* last = journal_.last_of(entry.object());
-        return last->state == JournalEntry::State::kTaken && last->value == *entry.before;
+        const bool settled = last->state != JournalEntry::State::kSent;
+        return settled && journal_.known(entry.object()) == entry.before;
     });
     return first;
 }

@@ -121,6 +121,37 @@ TEST_F(Journal, BehindARestartTheStoredValuesAreNotKnown) {
     EXPECT_EQ(entry(1).before, std::nullopt);
 }
 
+TEST_F(Journal, TheRestartItselfIsNoValueThatStandsInTheDrive) {
+    send_restart(engine);
+    taken(kRestartKey, 0xAA55);
+    send_restart(engine);
+    ASSERT_EQ(journal.entries().size(), 2U);
+    EXPECT_EQ(entry(1).before, std::nullopt);
+}
+
+TEST_F(Journal, BehindTheFactoryValuesNothingIsKnown) {
+    say(link::kAnswer2, kGain, 80);
+    write(kControlParametersKey, kStoreParameters);
+    taken(kControlParametersKey, kStoreParameters);
+    EXPECT_EQ(journal.known(0x60F901), 80U) << "storing changes no value";
+    write(kControlParametersKey, kResetParameters);
+    taken(kControlParametersKey, kResetParameters);
+    write(kGain, 1);
+    EXPECT_EQ(entry(2).before, std::nullopt);
+}
+
+TEST_F(Journal, BehindTheCallIntoTheBootloaderNothingIsKnown) {
+    say(link::kAnswer2, kGain, 80);
+    engine.state.download_active = 1;
+    engine.state.timer1_in = -1;
+    write(kRestartKey, 0x55AA);
+    engine.state.timer1_in = 0;
+    engine.state.download_active = 0;
+    write(kGain, 1);
+    ASSERT_EQ(journal.entries().size(), 1U);
+    EXPECT_EQ(entry(0).before, std::nullopt);
+}
+
 TEST_F(Journal, AFirmwareTransferIsLeftOut) {
     engine.state.download_active = 1;
     engine.state.timer1_in = -1;

@@ -79,6 +79,21 @@ TEST_F(Restore, WhatIsBackAlreadyIsNotWrittenAgain) {
     EXPECT_EQ(restore.note(), "");
 }
 
+TEST_F(Restore, BackIsWhatTheDriveSaysItHas) {
+    change(kGain, 80, 120);
+    write(kControlParametersKey, kStoreParameters);
+    taken(kControlParametersKey, kStoreParameters);
+    change(kGain, 120, 80);
+    send_restart(engine);  // to the stored 120
+    EXPECT_EQ(restore.plan(all()).size(), 1U) << "nobody knows";
+    say(link::kAnswer2, kGain, 120);
+    EXPECT_EQ(restore.plan(all()).size(), 1U);
+    say(link::kAnswer2, kGain, 80);
+    EXPECT_TRUE(restore.plan(all()).empty());
+    write(kGain, 140);
+    EXPECT_EQ(restore.plan(all()).size(), 1U) << "the drive's word on 140 is to come";
+}
+
 TEST_F(Restore, WithoutAKnownValueAnObjectStaysAsItIs) {
     write(kGain, 120);
     taken(kGain, 120);
