@@ -171,9 +171,10 @@ std::vector<std::size_t> JournalWindow::positions(const std::vector<std::size_t>
 
 std::vector<std::size_t> JournalWindow::selected() const {
     std::vector<std::size_t> chosen;
-    for (std::size_t row = 0; row < shown_.size(); ++row)
-        if (grid_->selectionModel()->isRowSelected(static_cast<int>(row)))
-            chosen.push_back(shown_[row]);
+    for (const QItemSelectionRange& range : grid_->selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            chosen.push_back(shown_.at(static_cast<std::size_t>(row)));
+    std::ranges::sort(chosen);
     return chosen;
 }
 
@@ -182,14 +183,22 @@ std::vector<std::size_t> JournalWindow::selected_or_all() const {
     return chosen.empty() ? shown_ : chosen;
 }
 
-// The rows are new, what was looked at stays.
+// The rows are new, what was looked at stays. Neighbours are one range: with a range for each of
+// thousands of rows, drawing them would hold up the drive's line.
 void JournalWindow::select_again(const std::vector<std::size_t>& numbers) {
     QItemSelection selection;
     const QAbstractItemModel* model = grid_->model();
-    for (std::size_t at = 0; at < shown_.size(); ++at) {
-        if (!std::ranges::binary_search(numbers, shown_[at])) continue;
-        const int row = static_cast<int>(at);
-        selection.select(model->index(row, 0), model->index(row, WriteJournal::kColumns - 1));
+    const auto chosen = [&](int row) {
+        return std::ranges::binary_search(numbers, shown_[static_cast<std::size_t>(row)]);
+    };
+    const int rows = numbers.empty() ? 0 : static_cast<int>(shown_.size());
+    for (int row = 0; row < rows; ++row) {
+        if (!chosen(row)) continue;
+        const int first = row;
+        while (row + 1 < rows && chosen(row + 1))
+            ++row;
+        selection.append(QItemSelectionRange(model->index(first, 0),
+                                             model->index(row, WriteJournal::kColumns - 1)));
     }
     grid_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }

@@ -125,6 +125,26 @@ TEST_F(JournalWindowTest, TheFilterLeavesWhatMatches) {
     EXPECT_EQ(rows(), 2);
 }
 
+// As many ranges as rows make a batch job crawl once thousands of writes are selected.
+TEST_F(JournalWindowTest, SelectedNeighboursStayOneRangeWhileWritesFollow) {
+    two_changes();
+    grid().selectAll();
+    change(test::kGain, 120, 140);
+    change(test::kMode, 3, 1);
+    view.refresh_now();
+    const auto* selection = grid().selectionModel();
+    EXPECT_EQ(selection->selection().size(), 1);
+    EXPECT_EQ(selection->selectedRows().size(), 2);
+    EXPECT_TRUE(selection->isRowSelected(1));
+    grid().selectAll();
+    filter("vloop");
+    EXPECT_EQ(selection->selectedRows().size(), 3);
+    QTest::keyClick(&control<QLineEdit>("Text1"), Qt::Key_Escape);
+    EXPECT_EQ(selection->selectedRows().size(), 3);
+    EXPECT_FALSE(selection->isRowSelected(0));
+    EXPECT_EQ(selection->selection().size(), 1);
+}
+
 TEST_F(JournalWindowTest, TheSelectedLineIsWrittenBack) {
     two_changes();
     EXPECT_FALSE(enabled("Command1"));
