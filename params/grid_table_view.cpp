@@ -127,6 +127,12 @@ void GridTable::keyPressEvent(QKeyEvent* event) {
         if (!event->isAutoRepeat()) grid_.open_editor();
         return;
     }
+    if (plain && key == Qt::Key_F4) {
+        if (event->isAutoRepeat()) return;
+        grid_.open_editor();
+        Q_EMIT list_asked();
+        return;
+    }
     if (key == Qt::Key_Escape && grid_.editor().open != Editor::kNone) {
         grid_.editor_key(kKeyEsc, {});
         return;

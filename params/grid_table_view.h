@@ -28,6 +28,7 @@ class GridTable final : public RowTable {
   Q_SIGNALS:
     void popup_asked(const QPoint& place);
     void left_released();
+    void list_asked();  // by its key: an editor has just been opened
     // Another font: rows have another height, columns another least width.
     void rows_resized();
 

@@ -68,10 +68,12 @@ void PageGridView::connect_editors() {
             [this] { grid_.editor_lost_focus(Editor::kList); });
     connect(&Combobox1_, &ListBox::activated, this,
             [this](int position) { grid_.choose(position); });
-    // The list opens when the button is up again, or the same click would choose from it.
-    connect(&table_, &GridTable::left_released, this, [this] {
+    const auto show_list = [this] {
         if (grid_.editor().open == Editor::kList && Combobox1_.isVisible()) Combobox1_.showPopup();
-    });
+    };
+    // The list opens when the button is up again, or the same click would choose from it.
+    connect(&table_, &GridTable::left_released, this, show_list);
+    connect(&table_, &GridTable::list_asked, this, show_list);
 }
 
 int PageGridView::height_for_rows(int rows) const {

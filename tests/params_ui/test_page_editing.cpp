@@ -181,6 +181,21 @@ TEST_F(PageEditing, TheDropDownByKeyboard) {
     EXPECT_TRUE(grid->hasFocus());
 }
 
+TEST_F(PageEditing, F4OpensTheListOfACell) {
+    click(kMode, kName);
+    QTest::keyClick(grid, Qt::Key_Right);
+    QTest::keyClick(grid, Qt::Key_F4);
+    EXPECT_TRUE(list->isVisible());
+    ASSERT_TRUE(list->view()->isVisible());
+    QTest::keyClick(list->view(), Qt::Key_Escape);
+    EXPECT_FALSE(list->isVisible());
+    EXPECT_EQ(bench.writes, Writes{});
+    click(kTarget, kName);
+    QTest::keyClick(grid, Qt::Key_Right);
+    QTest::keyClick(grid, Qt::Key_F4);
+    EXPECT_TRUE(textbox->isVisible()) << "a cell without a list";
+}
+
 TEST_F(PageEditing, WheelAndArrowsOverAClosedDropDownWriteNothing) {
     page.set_value(kMode, 1, 11);
     page.grid().set_current({kMode, kValue});
