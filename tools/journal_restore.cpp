@@ -15,7 +15,8 @@ constexpr base::Text kSilent{"，无应答 {} 个", ", without an answer: {}"};
 
 bool JournalRestore::blocked() const {
     const link::EngineState& state = engine_.state;
-    return !engine_.port().is_open() || state.batch_mode != 0 || state.download_active == 1;
+    return !engine_.port().is_open() || state.batch_mode != 0 || state.download_active == 1 ||
+           state.scanRequested != 0;
 }
 
 std::vector<JournalEntry> JournalRestore::plan(const std::vector<std::size_t>& chosen) const {

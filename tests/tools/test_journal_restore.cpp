@@ -147,8 +147,11 @@ TEST_F(Restore, NothingIsSentOnAClosedLineNorIntoAJob) {
     engine.state.batch_mode = 0;
     engine.state.download_active = 1;
     EXPECT_FALSE(restore.start(all()));
-    EXPECT_TRUE(sent().empty());
     engine.state.download_active = 0;
+    engine.state.scanRequested = -1;
+    EXPECT_FALSE(restore.start(all())) << "a gain must not change while the motor is measured";
+    EXPECT_TRUE(sent().empty());
+    engine.state.scanRequested = 0;
     EXPECT_TRUE(restore.start(all()));
 }
 
