@@ -20,7 +20,7 @@ constexpr std::array<link::WireKey, 6> kSlots{0x23000104, 0x23000204, 0x23000304
                                               0x23000404, 0x23000504, 0x23000604};
 constexpr int kWide = 4;
 
-constexpr int kTries = 3;           // of a start that the drive does not confirm
+constexpr int kTries = 6;           // of a start that the drive does not confirm
 constexpr auto kQuiet = 50ms;       // until a late answer to the last try has come in
 constexpr auto kStopPatience = 1s;  // for the last word to the drive
 constexpr int kProgressStep = 10;   // percent of the buffer
