@@ -81,6 +81,10 @@ function(servo_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} servo_options)
 endfunction()
 
+# Windows are tested with the fonts that the packages bring, so that widths are the same on every
+# machine.
+set(SERVO_TEST_FONTS FONTCONFIG_FILE=${CMAKE_SOURCE_DIR}/tests/fonts.conf)
+
 # servo_test(<name> SOURCES ... LINKS ... [QT]): a GoogleTest binary; each case is one ctest entry.
 # With QT the binary runs as one entry on the offscreen platform, since a display start is dear.
 function(servo_test name)
@@ -102,7 +106,7 @@ function(servo_test name)
         add_test(NAME ${name} COMMAND ${name})
         # Leaks of the toolkit's own caches are not ours to mend; ours are found by the plain tests.
         set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT
-            "QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=detect_leaks=0")
+            "QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=detect_leaks=0;${SERVO_TEST_FONTS}")
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest_main)
         gtest_discover_tests(${name} TEST_PREFIX ${name}. PROPERTIES TIMEOUT ${ARG_TIMEOUT}

@@ -25,6 +25,7 @@ constexpr int kNumberWidth = 36;
 constexpr int kLampColumnWidth = 54;
 constexpr int kTextWidth = 96;  // at the least
 constexpr int kSmallButton = 28;
+constexpr int kTextMargins = 12;  // both sides of a small button's text
 constexpr int kIconSize = 16;
 
 // "为输入 3 选择功能/Choose the functions of Input 3"
@@ -139,6 +140,8 @@ void DigitalIOTableWidget::make_row(int pin) {
     made.Text1->setProperty("Tag", form::qt(tag_of(row)));
     made.Command1 = small_button(this, form::array_name("Command1", row));
     made.Command1->setText(QStringLiteral(">>"));
+    const int text = made.Command1->fontMetrics().horizontalAdvance(made.Command1->text());
+    made.Command1->setFixedWidth(std::max(kSmallButton, text + kTextMargins));
     form::set_tip_pair(made.Command1, pin_pair(row, "选择", "的功能", "Choose the functions of "));
     made.Command6 = small_button(this, form::array_name("Command6", row));
     made.Command6->setIcon(io_icon("clear"));

@@ -244,8 +244,11 @@ TEST_F(EasyWindowTest, FitsAndCutsNothing) {
     const char* const names[] = {"pulse", "analog", "communication", "table"};
     for (const Language each : {Language::kEnglish, Language::kChinese}) {
         walk(each);
-        view.resize(view.sizeHint());
-        QApplication::processEvents();
+        // Twice: the bar of the language before has its width in the first answer.
+        for (int round = 0; round < 2; ++round) {
+            view.resize(view.sizeHint());
+            QApplication::processEvents();
+        }
         expect_fits_small_screen();
         EXPECT_LE(view.sizeHint().height(), 560);
         const auto* scrolled = view.findChild<QScrollArea*>();
