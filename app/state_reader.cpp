@@ -89,6 +89,7 @@ StateDocument read_state(ShellAccess& shell) {
     state.engine = engine_members(shell.workstation().engine);
     for (const std::string_view name : link::kAllWindowNames)
         state.windows.push_back(window_state(shell, name));
+    state.windows.push_back(window_state(shell, kJournalWindow));
     return state;
 }
 

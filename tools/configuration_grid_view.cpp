@@ -18,7 +18,8 @@ namespace {
 constexpr int kPadding = 6;
 constexpr QRgb kRed = 0xffff0000;    // told: value 255, pure red
 constexpr QRgb kOnRed = 0xff000000;  // black has 5.25 to 1 on it, white 4.0
-constexpr int kLeastShared = 60;     // of a column that takes what is left
+constexpr int kLongestCell = 1000;
+constexpr int kLeastShared = 60;  // of a column that takes what is left
 
 }  // namespace
 
@@ -39,7 +40,8 @@ QVariant ConfigurationModel::data(const QModelIndex& index, int role) const {
     const bool last = index.column() == cells_.columns - 1;
     switch (role) {
         case Qt::DisplayRole:
-            return cells_.text(index.row(), index.column());
+            // A cell of a file may be of any length, and all of it would be laid out at each paint.
+            return cells_.text(index.row(), index.column()).left(kLongestCell);
         case Qt::ToolTipRole:
             return form::plain_tip(cells_.text(index.row(), index.column()).toStdString());
         case Qt::BackgroundRole:

@@ -42,6 +42,7 @@ void InitSave::run(InitSaveCommand command) {
     send(command);
     last_ = command;
     last_left_ = engine_.counters.sends != sent;
+    last_kept_back_ = !last_left_ && engine_.port().is_open();
     const bool restarts =
         command == InitSaveCommand::kRestart || command == InitSaveCommand::kRestartAlone;
     restart_.forget();

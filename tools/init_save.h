@@ -52,6 +52,8 @@ class InitSave final : public link::Window, private link::StatusListener {
     // The last command, and whether its frame was handed to an open link.
     std::optional<InitSaveCommand> last() const { return last_; }
     bool last_left() const { return last_left_; }
+    // It did not leave although the link is open: a firmware transfer has the line.
+    bool last_kept_back() const { return last_kept_back_; }
     const RestartWatch& restart() const { return restart_; }
     // Looks for a sign of the restarted drive; a few times a second while restart().watching().
     void look();
@@ -73,6 +75,7 @@ class InitSave final : public link::Window, private link::StatusListener {
     std::chrono::microseconds locked_at_{0};
     std::optional<InitSaveCommand> last_;
     bool last_left_ = false;
+    bool last_kept_back_ = false;
     RestartWatch restart_;
 };
 

@@ -42,6 +42,8 @@ constexpr base::Text kIdle{"每个命令之后，本窗口锁定 3.2 秒，因�
 
 constexpr base::Text kNotSent{"未连接驱动器：{} 没有发出。",
                               "Not connected: {} has not left this computer."};
+constexpr base::Text kKeptBack{"正在下载固件：{} 没有发出。",
+                               "A firmware download is under way: {} has not left this computer."};
 constexpr base::Text kSent{"已发送：{}。驱动器的应答不在此显示。",
                            "Sent: {}. The drive's answer is not shown here."};
 constexpr base::Text kStillHere{"重启命令已发送，驱动器尚在应答。",
@@ -83,7 +85,10 @@ InitSaveNote init_save_note(const InitSave& form) {
     if (!form.last()) return {};
     const base::Language language = form.language();
     const std::string name = caption_of(*form.last(), language);
-    if (!form.last_left()) return {fmt::format(fmt::runtime(kNotSent.in(language)), name), true};
+    if (!form.last_left()) {
+        const base::Text why = form.last_kept_back() ? kKeptBack : kNotSent;
+        return {fmt::format(fmt::runtime(why.in(language)), name), true};
+    }
     switch (form.restart().phase()) {
         case RestartPhase::kNone:
             return {fmt::format(fmt::runtime(kSent.in(language)), name)};

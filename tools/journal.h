@@ -118,9 +118,17 @@ class WriteJournal final : private LineTap, private link::StatusListener {
 
     void written(link::WireKey key, std::uint32_t bits);
     JournalEntry* waiting_for(link::Identity object, const link::Payload& payload);
+    // What the dictionary says of an object. Looked up once: a filter asks for every row at each
+    // key, and thousands of rows are about a few hundred objects.
+    struct Facts {
+        std::string name_ch;
+        std::string name_en;
+        bool has_sign = false;
+    };
+
     std::string window_now() const;
+    const Facts& facts(link::Identity object) const;
     std::string value_text(const JournalEntry& entry, std::uint32_t bits) const;
-    std::string name(const JournalEntry& entry) const;
     void tell() const {
         if (changed) changed();
     }
@@ -131,6 +139,7 @@ class WriteJournal final : private LineTap, private link::StatusListener {
     std::size_t next_ = 0;
     // What the drive was last heard to hold.
     std::unordered_map<link::Identity, std::uint32_t> known_;
+    mutable std::unordered_map<link::Identity, Facts> facts_;
 };
 
 }  // namespace servo::tools

@@ -55,21 +55,22 @@ std::string_view WriteJournal::heading(int column, base::Language language) {
     return kHeadings.at(static_cast<std::size_t>(column)).in(language);
 }
 
-std::string WriteJournal::name(const JournalEntry& entry) const {
-    const auto record = services_.dictionary.get_record(entry.object());
-    if (record.key == 0) return {};
-    return dictionary::trim_tail(language() == base::Language::kChinese ? record.name_ch
-                                                                        : record.name_en);
+const WriteJournal::Facts& WriteJournal::facts(link::Identity object) const {
+    const auto [found, added] = facts_.try_emplace(object);
+    if (!added) return found->second;
+    if (const auto record = services_.dictionary.get_record(object); record.key != 0)
+        found->second = {
+            .name_ch = dictionary::trim_tail(record.name_ch),
+            .name_en = dictionary::trim_tail(record.name_en),
+            .has_sign = base::ascii_lower(dictionary::trim_tail(record.type)).starts_with("int")};
+    return found->second;
 }
 
 // An integer that the dictionary knows with a sign has one here.
 std::string WriteJournal::value_text(const JournalEntry& entry, std::uint32_t bits) const {
-    const auto record = services_.dictionary.get_record(entry.object());
-    const bool has_sign =
-        record.key != 0 && base::ascii_lower(dictionary::trim_tail(record.type)).starts_with("int");
     const std::uint32_t width = (entry.key & 0xFFU) * 8;
     const std::int64_t value = bits;
-    const bool negative = has_sign && (bits >> (width - 1) & 1U) != 0;
+    const bool negative = facts(entry.object()).has_sign && (bits >> (width - 1) & 1U) != 0;
     return fmt::format("{}", negative ? value - (std::int64_t{1} << width) : value);
 }
 
@@ -82,7 +83,8 @@ std::string WriteJournal::cell(const JournalEntry& entry, int column) const {
         case 2:
             return key_text(entry);
         case 3:
-            return name(entry);
+            return language() == base::Language::kChinese ? facts(entry.object()).name_ch
+                                                          : facts(entry.object()).name_en;
         case 4:
             return entry.before ? value_text(entry, *entry.before) : std::string();
         case 5:

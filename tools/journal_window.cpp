@@ -147,6 +147,7 @@ void JournalWindow::connect_controls() {
     connect(save_, &QPushButton::clicked, this, &JournalWindow::save);
     connect(clear_, &QPushButton::clicked, this, [this] {
         journal_.clear();
+        show_text(note_, {});
         refresh_now();
     });
     connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this,

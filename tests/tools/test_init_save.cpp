@@ -187,6 +187,18 @@ TEST_F(InitSaveTest, ACommandThatCannotLeaveIsTold) {
     EXPECT_EQ(init_save_note(form).text, "已发送：初始化控制参数。驱动器的应答不在此显示。");
 }
 
+TEST_F(InitSaveTest, AFirmwareTransferKeepsACommandBackAndThatIsTold) {
+    engine.state.download_active = 1;
+    form.Command4_Click();
+    EXPECT_TRUE(sent().empty());
+    EXPECT_EQ(init_save_note(form).text,
+              "A firmware download is under way: Restart has not left this computer.");
+    EXPECT_TRUE(init_save_note(form).warning);
+    engine.state.download_active = 0;
+    form.Command4_Click();
+    EXPECT_EQ(sent(), Payloads{kRestartPayload});
+}
+
 TEST_F(InitSaveTest, TheReturnOfARestartedDriveIsTold) {
     form.Command4_Click();
     EXPECT_EQ(form.restart().phase(), RestartPhase::kSent);
