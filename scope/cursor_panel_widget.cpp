@@ -51,6 +51,8 @@ QToolButton* CursorPanelWidget::step(const char* name, const char* icon, base::T
 
 void CursorPanelWidget::make_steps() {
     Combo12_ = new PickListWidget("Combo12", kCurveCharacters, this);
+    const int side = Combo12_->iconSize().height();
+    Combo12_->setIconSize({side, side});
     for (int channel = 0; channel < kCurves; ++channel)
         Combo12_->addItem(shape_icon(channel), QString::number(channel + 1));
     Combo12_->picked = [this](int position) {

@@ -31,6 +31,8 @@ PickListWidget::PickListWidget(std::string_view name, int characters, QWidget* p
     named(this, name);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(characters);
+    // Room for a picture is kept even where no item has one.
+    setIconSize({0, iconSize().height()});
     connect(this, &QComboBox::activated, this, [this](int position) {
         if (picked) picked(position);
     });

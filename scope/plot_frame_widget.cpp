@@ -13,6 +13,8 @@ namespace {
 
 constexpr const char* kWidestValue = "-00000.000";
 constexpr const char* kWidestTime = "0000000.00";
+constexpr const char* kWidestTimeUnit = "(us)";
+constexpr int kLinesOfATime = 2;  // every second line of the grid has its time below it
 constexpr QSize kWantedPlot{760, 420};
 constexpr QSize kLeastPlot{360, 200};
 
@@ -94,7 +96,8 @@ void PlotFrameWidget::make_labels() {
         Label43_.at(static_cast<std::size_t>(line)) = label;
     }
     for (int i = 0; i < static_cast<int>(Label15_.size()); ++i) {
-        auto* label = new NumberLabel(kWidestTime, this);
+        const bool unit = i + 1 == static_cast<int>(Label15_.size());
+        auto* label = new NumberLabel(unit ? kWidestTimeUnit : kWidestTime, this);
         label->setObjectName(to_qt(numbered("Label15", i)));
         label->setAlignment(Qt::AlignCenter);
         Label15_.at(static_cast<std::size_t>(i)) = label;
@@ -113,7 +116,11 @@ QSize PlotFrameWidget::sizeHint() const {
 
 QSize PlotFrameWidget::minimumSizeHint() const {
     const int text = fontMetrics().height();
-    return {std::max(kLeastPlot.width() + column_width(), head_->minimumSizeHint().width()),
+    // The times stand beside each other.
+    const int times =
+        (Label15_.front()->sizeHint().width() + kGap / 2) * kDivisions / kLinesOfATime;
+    return {std::max(std::max(kLeastPlot.width(), times) + column_width(),
+                     head_->minimumSizeHint().width()),
             std::max(kLeastPlot.height(), kDivisions * (text + 1)) +
                 head_->minimumSizeHint().height() + text + kGap};
 }
@@ -150,10 +157,11 @@ void PlotFrameWidget::place() {
     const int below = plot.bottom() + 1 + kGap / 4;
     const int time = Label15_.front()->sizeHint().width();
     for (int i = 0; i < 4; ++i) {
-        const int x = plot.left() + plot.width() * (2 * i + 2) / kDivisions;
+        const int x = plot.left() + plot.width() * kLinesOfATime * (i + 1) / kDivisions;
         Label15_.at(static_cast<std::size_t>(i))->setGeometry(x - time / 2, below, time, text);
     }
-    Label15_.back()->setGeometry(plot.right() + 1 - time, below, time, text);
+    const int unit = Label15_.back()->sizeHint().width();
+    Label15_.back()->setGeometry(plot.right() + 1 - unit, below, unit, text);
 }
 
 void PlotFrameWidget::show_mode() {

@@ -164,17 +164,17 @@ void ScopeWindow::make_picture_holders() {
     }
 }
 
-QWidget* ScopeWindow::make_side() {
-    auto* side = new QWidget(this);
-    auto* layout = new QVBoxLayout(side);
-    layout->setContentsMargins(kGap, 0, 0, 0);
-    layout->setSpacing(2 * kGap);
-    layout->addWidget(run_);
-    layout->addWidget(trigger_);
-    layout->addWidget(cursors_);
-    layout->addWidget(references_);
-    layout->addStretch();
-    side->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+// No widget of its own: wider texts of another language would reach the window one step later, and
+// be cut until then.
+QLayout* ScopeWindow::make_side() {
+    auto* side = new QVBoxLayout;
+    side->setContentsMargins(kGap, 0, 0, 0);
+    side->setSpacing(2 * kGap);
+    side->addWidget(run_);
+    side->addWidget(trigger_);
+    side->addWidget(cursors_);
+    side->addWidget(references_);
+    side->addStretch();
     return side;
 }
 
@@ -193,7 +193,7 @@ void ScopeWindow::lay_out() {
     auto* body = new QHBoxLayout;
     body->setSpacing(kGap);
     body->addLayout(main, 1);
-    body->addWidget(make_side());
+    body->addLayout(make_side());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kGap, kGap, kGap, kGap);
     layout->setSpacing(kGap);

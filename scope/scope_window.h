@@ -72,7 +72,7 @@ class ScopeWindow final : public QWidget, private ScopeObserver {
     void make_panels(const PanelContext& context);
     void make_picture_holders();
     void lay_out();
-    QWidget* make_side();
+    QLayout* make_side();
     void set_tab_order();
     void watch_focus();
     void apply_language();

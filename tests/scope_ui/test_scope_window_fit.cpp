@@ -2,6 +2,8 @@
 #include "../app/cut_texts.h"
 #include "../app/larger_font.h"
 #include "scope/number_label_widget.h"
+#include "scope/plot_frame_widget.h"
+#include "scope/plot_widget.h"
 #include "scope/scope_controls_view.h"
 #include "scope_window_bench.h"
 
@@ -60,6 +62,20 @@ TEST(ScopeWindowSize, ShrinksForASmallDeskAndGivesThePlotTheRest) {
     QApplication::processEvents();
     EXPECT_EQ(bench.any("Picture1").size(), before + QSize(200, 200));
     EXPECT_EQ(bench.any("Text2").width(), side);
+}
+
+TEST_P(ScopeWindowFit, TheTimesStandBesideEachOtherUnderTheNarrowestPlot) {
+    WindowBench bench;
+    bench.record_sine();
+    QWidget room;
+    PlotFrameWidget frame({bench.scope, [] {}}, new PlotWidget(&room), &room);
+    frame.refresh();
+    frame.resize(frame.minimumSizeHint());
+    room.resize(frame.size());
+    room.show();
+    QApplication::processEvents();
+    for (const std::string& fault : app::test::CutTexts("plot").find(room))
+        ADD_FAILURE() << fault;
 }
 
 TEST(NumberLabel, RoundsANumberUntilItFits) {
