@@ -1,6 +1,7 @@
 #include "tuner/curves_panel_widget.h"
 
-#include <QHBoxLayout>
+#include <QEvent>
+#include <algorithm>
 
 #include "tuner/curve_line_view.h"
 #include "tuner/curve_values.h"
@@ -10,6 +11,9 @@ namespace servo::tuner {
 namespace {
 
 constexpr int kFirstCheck = 3;
+constexpr int kOneLine = 6;  // columns
+constexpr int kTwoLines = 3;
+constexpr int kSpacing = kGap / 2;
 
 // Where "Open velocity loop" would be too long for a row of six.
 constexpr std::array<base::Text, 6> kCaptions{{{"电机与负载", "Motor and load"},
@@ -30,9 +34,11 @@ constexpr std::array<base::Text, 6> kTips{
 
 CurvesPanelWidget::CurvesPanelWidget(PanelContext context, QWidget* parent)
     : QWidget(parent), context_(std::move(context)) {
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(kGap / 2);
+    grid_ = new QGridLayout(this);
+    grid_->setContentsMargins(0, 0, 0, 0);
+    grid_->setHorizontalSpacing(kSpacing);
+    grid_->setVerticalSpacing(0);
+    grid_->setColumnStretch(kOneLine, 1);
     for (std::size_t i = 0; i < kBoxes; ++i) {
         const auto curve = static_cast<Curve>(i);
         QCheckBox* box = make_check(
@@ -46,9 +52,60 @@ CurvesPanelWidget::CurvesPanelWidget(PanelContext context, QWidget* parent)
         });
         texts_.add(box, curve_name(curve), kTips.at(i));
         boxes_.at(i) = box;
-        row->addWidget(box);
     }
-    row->addStretch();
+    arrange(kOneLine);
+}
+
+int CurvesPanelWidget::width_of(int columns) const {
+    std::array<int, kOneLine> widest{};
+    for (std::size_t i = 0; i < kBoxes; ++i) {
+        int& column = widest.at(i % static_cast<std::size_t>(columns));
+        column = std::max(column, boxes_.at(i)->sizeHint().width());
+    }
+    int width = (columns - 1) * kSpacing;
+    for (const int column : widest)
+        width += column;
+    return width;
+}
+
+int CurvesPanelWidget::height_of(int columns) const {
+    int highest = 0;
+    for (const QCheckBox* box : boxes_)
+        highest = std::max(highest, box->sizeHint().height());
+    return highest * (kOneLine / columns);
+}
+
+QSize CurvesPanelWidget::sizeHint() const {
+    return {width_of(kOneLine), height_of(columns_)};
+}
+
+QSize CurvesPanelWidget::minimumSizeHint() const {
+    return {width_of(kTwoLines), height_of(columns_)};
+}
+
+void CurvesPanelWidget::arrange(int columns) {
+    if (columns_ == columns) return;
+    columns_ = columns;
+    for (QCheckBox* box : boxes_)
+        grid_->removeWidget(box);
+    for (int i = 0; i < kOneLine; ++i)
+        grid_->addWidget(boxes_.at(static_cast<std::size_t>(i)), i / columns, i % columns);
+    grid_->activate();
+}
+
+void CurvesPanelWidget::arrange_for_room() {
+    arrange(width_of(kOneLine) <= width() ? kOneLine : kTwoLines);
+}
+
+void CurvesPanelWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    arrange_for_room();
+}
+
+bool CurvesPanelWidget::event(QEvent* event) {
+    // Other texts or another font.
+    if (event->type() == QEvent::LayoutRequest) arrange_for_room();
+    return QWidget::event(event);
 }
 
 void CurvesPanelWidget::refresh() {

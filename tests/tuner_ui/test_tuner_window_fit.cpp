@@ -1,6 +1,7 @@
 // Nothing is cut and nothing lies over another, in both languages and with larger letters.
 #include "../app/cut_texts.h"
 #include "../app/larger_font.h"
+#include "tuner/curves_panel_widget.h"
 #include "tuner_window_bench.h"
 
 namespace servo::tuner::test {
@@ -56,6 +57,35 @@ TEST(TunerWindowSize, FitsASmallDeskAndGivesThePictureTheRest) {
     bench.window.resize(1400, 860);
     QApplication::processEvents();
     EXPECT_EQ(bench.picture().size(), before + QSize(200, 100));
+}
+
+TEST(TunerCurvesPanel, BreaksItsLineWhereItDoesNotFit) {
+    WindowBench bench;
+    QWidget room;
+    CurvesPanelWidget panel({bench.tuner, [] {}}, &room);
+    const auto line_of = [&panel](const char* name) {
+        return panel.findChild<QCheckBox*>(QLatin1String(name))->y();
+    };
+    const auto expect_lines = [&](const QSize& size, bool two) {
+        panel.resize(size);
+        QApplication::processEvents();
+        for (const char* name : {"Check3", "Check4", "Check5"})
+            EXPECT_EQ(line_of(name), line_of("Check3")) << name;
+        for (const char* name : {"Check6", "Check7", "Check8"})
+            EXPECT_EQ(line_of(name) > line_of("Check3"), two) << name;
+        for (const std::string& fault : app::test::CutTexts("curves").find(panel))
+            ADD_FAILURE() << fault;
+    };
+    panel.resize(panel.sizeHint());
+    room.show();
+    const int one_line = panel.sizeHint().width();
+    const int height = panel.sizeHint().height();
+    expect_lines({one_line, height}, false);
+    expect_lines({one_line - 1, 2 * height}, true);
+    expect_lines({panel.minimumSizeHint().width(), 2 * height}, true);
+    EXPECT_EQ(panel.minimumSizeHint().height(), 2 * height);
+    expect_lines({one_line, height}, false);
+    EXPECT_EQ(panel.minimumSizeHint().height(), height);
 }
 
 }  // namespace
