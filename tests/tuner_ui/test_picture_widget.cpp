@@ -1,5 +1,6 @@
 // The picture under the pointer: read-outs, cross, marks.
 #include <QMouseEvent>
+#include <cmath>
 
 #include "tuner_window_bench.h"
 
@@ -118,8 +119,11 @@ TEST_F(PictureTest, AMarkBelowTheAreaIsDrawnAtItsEdge) {
     window.refresh_now();
     const QImage with = picture().grab().toImage();
     const SceneArea area = scene().gain;
+    // The picture has the pixels of the device.
+    const int below =
+        static_cast<int>(std::lround(with.devicePixelRatio() * area.bottom / kUnitsPerPixel));
     int red = 0;
-    for (int y = area.bottom / kUnitsPerPixel; y < with.height(); ++y)
+    for (int y = below; y < with.height(); ++y)
         for (int x = 0; x < with.width(); ++x) {
             const QColor colour = with.pixelColor(x, y);
             if (colour.red() > 140 && colour.green() < 80 && colour.blue() < 60) ++red;
