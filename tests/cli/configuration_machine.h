@@ -6,17 +6,17 @@
 #include <string>
 #include <vector>
 
-#include "cli/engine_session.h"
-#include "cli/run.h"
+#include "cli/line_machine.h"
 #include "dictionary/raw_record.h"
 #include "support/fake_drive.h"
 #include "support/virtual_bench.h"
 
 namespace servo::cli {
 
-class ConfigurationMachine final : public Environment {
+class ConfigurationMachine final : public LineMachine {
   public:
     ConfigurationMachine() {
+        own_folder = true;
         std::string records;
         const auto add = [&](RawRecord record) { records += record.bytes(); };
         const std::string speed =
@@ -33,34 +33,7 @@ class ConfigurationMachine final : public Environment {
         drive.add(0x64100304, 10000);
     }
 
-    std::vector<link::PortDirectory::Entry> ports(const Options&) override { return {}; }
-    OpenedLink open_link(const Options& options) override {
-        ++opened;
-        OpenedLink link;
-        if (session.open("COM1", options.baud, options.id) != link::OpenResult::kOpened)
-            return link;
-        link.session = &session;
-        link.engine = &bench.engine;
-        return link;
-    }
-
-    int run(std::vector<std::string> arguments) {
-        session.close();  // of the command before
-        out.clear();
-        err.clear();
-        ParsedLine line = parse_command_line(std::move(arguments));
-        if (!line.options) {
-            err = line.end.err;
-            return static_cast<int>(line.end.status);
-        }
-        line.options->data = bench.folder.path();
-        const Output output{[this](std::string_view text) { out += text; },
-                            [this](std::string_view text) { err += text; }};
-        return static_cast<int>(run_command(*line.options, *this, output));
-    }
-
     std::string file(const char* name) const { return (bench.folder / name).string(); }
-    bool told(std::string_view text) const { return err.find(text) != std::string::npos; }
     // Writes of an object that came over the line.
     int writes(link::Identity object) const {
         int count = 0;
@@ -71,16 +44,7 @@ class ConfigurationMachine final : public Environment {
         return count;
     }
 
-    test::VirtualBench bench;
     test::FakeDrive drive{bench.time, bench.line};
-    int opened = 0;
-    std::function<bool()> interrupted = [] { return false; };
-    EngineSession session{bench.engine, [this] {
-                              bench.run_for(std::chrono::milliseconds(3));
-                              return !interrupted();
-                          }};
-    std::string out;
-    std::string err;
 };
 
 }  // namespace servo::cli

@@ -5,8 +5,7 @@
 #include <sstream>
 
 #include "base/file.h"
-#include "cli/engine_session.h"
-#include "cli/run.h"
+#include "cli/line_machine.h"
 #include "support/fake_drive.h"
 #include "support/virtual_bench.h"
 #include "tools/position_table_file.h"
@@ -18,9 +17,10 @@ namespace {
 using namespace std::chrono_literals;
 
 // servoctl with the engine in virtual time and a drive that knows the 208 objects.
-class TableMachine final : public Environment {
+class TableMachine final : public LineMachine {
   public:
     TableMachine() {
+        own_folder = true;
         bench.folder.put("sys/PosFlow.cdo",
                          base::read_file(SERVO_SOURCE_DIR "/data/sys/PosFlow.cdo").value_or(""));
         list = tools::load_transfer_list(bench.folder.path()).value_or(tools::TransferList{});
@@ -29,30 +29,6 @@ class TableMachine final : public Environment {
         drive.add(0x64100304, 10000);
     }
 
-    std::vector<link::PortDirectory::Entry> ports(const Options&) override { return {}; }
-    OpenedLink open_link(const Options& options) override {
-        ++opened;
-        OpenedLink link;
-        if (session.open("COM1", options.baud, options.id) != link::OpenResult::kOpened)
-            return link;
-        link.session = &session;
-        link.engine = &bench.engine;
-        return link;
-    }
-
-    int run(std::vector<std::string> arguments) {
-        out.clear();
-        err.clear();
-        ParsedLine line = parse_command_line(std::move(arguments));
-        if (!line.options) {
-            err = line.end.err;
-            return static_cast<int>(line.end.status);
-        }
-        line.options->data = bench.folder.path();
-        const Output output{[this](std::string_view text) { out += text; },
-                            [this](std::string_view text) { err += text; }};
-        return static_cast<int>(run_command(*line.options, *this, output));
-    }
     std::string file(const char* name = "table.pft") const {
         return (bench.folder / name).string();
     }
@@ -62,19 +38,9 @@ class TableMachine final : public Environment {
     void set_value(int line, std::int64_t value) {
         drive.objects[dictionary::identity_of(list[static_cast<std::size_t>(line)])].value = value;
     }
-    bool told(std::string_view text) const { return err.find(text) != std::string::npos; }
 
-    test::VirtualBench bench;
     test::FakeDrive drive{bench.time, bench.line};
     tools::TransferList list{};
-    int opened = 0;
-    std::function<bool()> interrupted = [] { return false; };
-    EngineSession session{bench.engine, [this] {
-                              bench.run_for(3ms);
-                              return !interrupted();
-                          }};
-    std::string out;
-    std::string err;
 };
 
 std::string whole_file() {
