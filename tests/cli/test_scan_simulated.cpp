@@ -5,17 +5,15 @@
 
 #include "base/file.h"
 #include "base/temp_folder.h"
-#include "cli/engine_session.h"
-#include "cli/run.h"
+#include "cli/line_machine.h"
 #include "support/sim_bench.h"
-#include "support/virtual_bench.h"
 #include "tuner/analysis.h"
 #include "tuner/bode_file.h"
 
 namespace servo::cli {
 namespace {
 
-class SimMachine final : public Environment {
+class SimMachine final : public LineMachine {
   public:
     explicit SimMachine(std::uint16_t fault = 0) {
         store.open_dat(SERVO_BIN_DIR);
@@ -24,39 +22,15 @@ class SimMachine final : public Environment {
         options.fault1 = fault;
         drive = std::make_unique<test::SimDriveOnLine>(bench.time, bench.line, store, options);
     }
-    std::vector<link::PortDirectory::Entry> ports(const Options&) override { return {}; }
-    OpenedLink open_link(const Options& options) override {
-        OpenedLink link;
-        if (session.open("COM1", options.baud, options.id) != link::OpenResult::kOpened)
-            return link;
-        link.session = &session;
-        link.engine = &bench.engine;
-        return link;
-    }
     int scan() {
-        const ParsedLine line =
-            parse_command_line({"scan", file.string(), "--start", "100", "--stop", "200", "--step",
-                                "20", "--current", "100"});
-        if (!line.options) return -1;
-        const Output output{[this](std::string_view text) { out += text; },
-                            [this](std::string_view text) { err += text; }};
-        return static_cast<int>(run_command(*line.options, *this, output));
+        return run({"scan", file.string(), "--start", "100", "--stop", "200", "--step", "20",
+                    "--current", "100"});
     }
 
     TempFolder folder;
     std::filesystem::path file = folder / "out.bode";
     dictionary::Store store;
-    test::VirtualBench bench;
     std::unique_ptr<test::SimDriveOnLine> drive;
-    bool interrupted = false;
-    std::function<bool()> ctrl_c = [] { return false; };
-    EngineSession session{bench.engine, [this] {
-                              bench.run_for(std::chrono::milliseconds(3));
-                              interrupted = interrupted || ctrl_c();
-                              return !interrupted;
-                          }};
-    std::string out;
-    std::string err;
 };
 
 TEST(ScanSimulatedDrive, FileHoldsAScanThatCanBeAnalysed) {
@@ -90,7 +64,8 @@ TEST(ScanSimulatedDrive, FaultIsNoScanAndNoFile) {
 
 TEST(ScanSimulatedDrive, CtrlCBringsTheMotorToRest) {
     SimMachine machine;
-    machine.ctrl_c = [&] { return machine.err.find("The drive measures") != std::string::npos; };
+    bool pressed = false;
+    machine.interrupted = [&] { return pressed = pressed || machine.told("The drive measures"); };
     EXPECT_EQ(machine.scan(), 1);
     EXPECT_EQ(machine.err.find("may still move"), std::string::npos) << machine.err;
     machine.bench.run_for(std::chrono::seconds(2));
